@@ -18,10 +18,22 @@ void bindApi() { eglBindAPI(EGL_OPENGL_API); }
 // Depth and stencil sizes are least sizes; a configuration without stencil is better than none.
 EGLConfig chooseConfig(EGLDisplay display) {
   for (EGLint stencil : {8, 0}) {
-    EGLint const wanted[] = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT,
-                             EGL_RED_SIZE,     8,               EGL_GREEN_SIZE,      8,
-                             EGL_BLUE_SIZE,    8,               EGL_ALPHA_SIZE,      8,
-                             EGL_DEPTH_SIZE,   24,              EGL_STENCIL_SIZE,    stencil,
+    EGLint const wanted[] = {EGL_SURFACE_TYPE,
+                             EGL_PBUFFER_BIT,
+                             EGL_RENDERABLE_TYPE,
+                             EGL_OPENGL_BIT,
+                             EGL_RED_SIZE,
+                             8,
+                             EGL_GREEN_SIZE,
+                             8,
+                             EGL_BLUE_SIZE,
+                             8,
+                             EGL_ALPHA_SIZE,
+                             8,
+                             EGL_DEPTH_SIZE,
+                             24,
+                             EGL_STENCIL_SIZE,
+                             stencil,
                              EGL_NONE};
     EGLConfig config = nullptr;
     EGLint count = 0;

@@ -55,7 +55,8 @@ private:
 
 GLXContext createNative(Display *x, GLXContext like) {
   int id = 0, screen = 0, count = 0;
-  if (glXQueryContext(x, like, GLX_FBCONFIG_ID, &id) != Success || glXQueryContext(x, like, GLX_SCREEN, &screen) != Success)
+  if (glXQueryContext(x, like, GLX_FBCONFIG_ID, &id) != Success ||
+      glXQueryContext(x, like, GLX_SCREEN, &screen) != Success)
     return nullptr;
   int const wanted[] = {GLX_FBCONFIG_ID, id, None};
   GLXFBConfig *configs = glXChooseFBConfig(x, screen, wanted, &count);
@@ -69,8 +70,8 @@ GLXContext createNative(Display *x, GLXContext like) {
 } // namespace
 
 glxDevice::glxDevice(std::shared_ptr<glxDisplay> display, unsigned long drawable, void *toolkitContext)
-    : _display(display), _toolkitContext(std::make_shared<void *>(toolkitContext)), _drawable(drawable), _adopted(false),
-      _rgba(true) {
+    : _display(display), _toolkitContext(std::make_shared<void *>(toolkitContext)), _drawable(drawable),
+      _adopted(false), _rgba(true) {
   int type = GLX_RGBA_TYPE;
   if (glXQueryContext(display->x, static_cast<GLXContext>(toolkitContext), GLX_RENDER_TYPE, &type) == Success)
     _rgba = type != GLX_COLOR_INDEX_TYPE;

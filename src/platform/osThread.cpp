@@ -46,7 +46,8 @@ void sleepMilliseconds(unsigned int msec) {
     return;
   }
   timespec left = {static_cast<time_t>(msec / 1000), static_cast<long>(msec % 1000) * 1000000};
-  while (nanosleep(&left, &left) && errno == EINTR) {}
+  while (nanosleep(&left, &left) && errno == EINTR) {
+  }
 }
 
 } // namespace os

@@ -165,7 +165,8 @@ TEST(Device, ThreadsDrawAtTheSameTime) {
   auto draw = [](int shade) {
     for (int round = 0; round < 10; round++) {
       RawGL gl(40, 40);
-      if (!gl.context || clearedImage(gl, shade / 255.f, 0, 0).count({(unsigned char)shade, 0, 0, 255}) != 1600) return false;
+      if (!gl.context || clearedImage(gl, shade / 255.f, 0, 0).count({(unsigned char)shade, 0, 0, 255}) != 1600)
+        return false;
     }
     return true;
   };

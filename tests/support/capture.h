@@ -3,8 +3,8 @@
 
 #include <string>
 
-/// Catches what the process writes to a descriptor while this object lives, whichever way it is written (stdio, streams,
-/// write). Captures of the same descriptor nest; the text then belongs to the innermost.
+/// Catches what the process writes to a descriptor while this object lives, whichever way it is written (stdio,
+/// streams, write). Captures of the same descriptor nest; the text then belongs to the innermost.
 class Capture {
 public:
   explicit Capture(int descriptor);
@@ -31,16 +31,14 @@ struct CaptureStdout : Capture {
 };
 
 /// What call() writes to the standard error stream.
-template <class Function>
-std::string stderrOf(Function call) {
+template <class Function> std::string stderrOf(Function call) {
   CaptureStderr errors;
   call();
   return errors.text();
 }
 
 /// What call() writes to the standard output stream.
-template <class Function>
-std::string stdoutOf(Function call) {
+template <class Function> std::string stdoutOf(Function call) {
   CaptureStdout output;
   call();
   return output.text();
