@@ -1,0 +1,50 @@
+#include "oz/ozMatStack4f.h"
+
+#include "oz/ozGlobal.h"
+
+void ozMatStack4f::init(int capacity) {
+  delete[] _matrices;
+  _capacity = capacity < 1 ? 1 : capacity;
+  _matrices = new ozMatrix4f[_capacity];
+  reset();
+}
+
+// Makes room for one more level, whose matrix is the caller's to fill.
+int ozMatStack4f::raise(char const *complaint) {
+  if (_depth == _capacity) {
+    ozGlobal::notify(ozGlobal::WARN, ozGlobal::USAGE, complaint);
+    return 0;
+  }
+  _depth++;
+  _top++;
+  return 1;
+}
+
+int ozMatStack4f::push() {
+  if (!raise("ozMatStack4f::push() - Matrix stack full")) return 0;
+  _top[0] = _top[-1];
+  return 1;
+}
+
+int ozMatStack4f::pushIdent() {
+  if (!raise("ozMatStack4f::pushIdent() - Matrix stack full")) return 0;
+  _top->makeIdent();
+  return 1;
+}
+
+int ozMatStack4f::pop() {
+  if (_depth > 1) {
+    _depth--;
+    _top--;
+    return 1;
+  }
+  reset();
+  ozGlobal::notify(ozGlobal::WARN, ozGlobal::USAGE, "ozMatStack4f::pop() - Matrix stack empty");
+  return 0;
+}
+
+void ozMatStack4f::reset() {
+  _top = _matrices;
+  _depth = 1;
+  _top->makeIdent();
+}
