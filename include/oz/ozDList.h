@@ -20,10 +20,8 @@ public:
   }
 
 protected:
-  template <class T, class L>
-  friend class ozDList;
-  template <class T, class L>
-  friend class ozDListIter;
+  template <class T, class L> friend class ozDList;
+  template <class T, class L> friend class ozDListIter;
 
   ozDLink *_next;
   ozDLink *_prev;
@@ -32,8 +30,7 @@ protected:
 /// A doubly linked list of items of class T, which derives from the link class L, ozDLink or of it. The list itself
 /// stands in the ring as the mark of its end. It allocates and frees nothing: the items are the caller's, and an item
 /// stands in one list at a time.
-template <class T, class L>
-class ozDList : private ozDLink {
+template <class T, class L> class ozDList : private ozDLink {
 public:
   ozDList() { clear(); }
   ozDList(ozDList const &) = delete;
@@ -55,13 +52,11 @@ public:
   static void unlink(L *link) { link->ozDLink::unlink(); }
 
 private:
-  template <class U, class M>
-  friend class ozDListIter;
+  template <class U, class M> friend class ozDListIter;
 };
 
 /// Goes over an ozDList once. The item that next gave may be unlinked or deleted before next is called again.
-template <class T, class L>
-class ozDListIter {
+template <class T, class L> class ozDListIter {
 public:
   ozDListIter(ozDList<T, L> const &list) : _list(&list), _next(list._next) {}
 

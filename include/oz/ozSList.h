@@ -12,16 +12,14 @@ public:
   void init() { _next = nullptr; }
 
 private:
-  template <class T, class L>
-  friend class ozSList;
+  template <class T, class L> friend class ozSList;
 
   ozSLink *_next;
 };
 
 /// A singly linked list of items of class T, which derives from the link class L, ozSLink or of it. It allocates and
 /// frees nothing: the items are the caller's, and an item stands in one list at a time.
-template <class T, class L>
-class ozSList {
+template <class T, class L> class ozSList {
 public:
   ozSList() : _head(nullptr), _tail(nullptr) {}
   ozSList(ozSList const &) = delete;

@@ -7,22 +7,19 @@
 namespace hashChains {
 
 /// Zeroed buckets, at least one.
-template <class Entry>
-Entry **make(unsigned int &count) {
+template <class Entry> Entry **make(unsigned int &count) {
   if (count == 0) count = 1;
   return static_cast<Entry **>(calloc(count, sizeof(Entry *)));
 }
 
 /// The link in the chain at which matches(entry) holds, or the one at its end.
-template <class Entry, class Matches>
-Entry **find(Entry **link, Matches matches) {
+template <class Entry, class Matches> Entry **find(Entry **link, Matches matches) {
   while (*link && !matches(**link)) link = &(*link)->next;
   return link;
 }
 
 /// Takes the entry behind a link out and frees it. False if there is none.
-template <class Entry>
-unsigned char remove(Entry **link) {
+template <class Entry> unsigned char remove(Entry **link) {
   Entry *entry = *link;
   if (!entry) return 0;
   *link = entry->next;
@@ -30,15 +27,14 @@ unsigned char remove(Entry **link) {
   return 1;
 }
 
-template <class Entry>
-void clear(Entry **buckets, unsigned int count) {
+template <class Entry> void clear(Entry **buckets, unsigned int count) {
   for (unsigned int i = 0; i < count; ++i)
-    while (remove(&buckets[i])) {}
+    while (remove(&buckets[i])) {
+    }
 }
 
 /// Gives the value behind a link; false with null if there is none.
-template <class Entry>
-unsigned char value(Entry *entry, void *&value) {
+template <class Entry> unsigned char value(Entry *entry, void *&value) {
   value = entry ? entry->value : nullptr;
   return entry != nullptr;
 }

@@ -9,8 +9,7 @@ char const *const TypeText[] = {"USAGE",       "RESOURCE",   "SYSERR",     "ASSE
                                 "FP_OVERFLOW", "FP_DIVZERO", "FP_INVALID", "FP_UNDERFLOW", "MORE"};
 
 // The entry of a table at an index, or the nearest one.
-template <int N>
-char const *nearest(char const *const (&table)[N], int index) {
+template <int N> char const *nearest(char const *const (&table)[N], int index) {
   return table[index < 0 ? 0 : index < N ? index : N - 1];
 }
 

@@ -28,7 +28,8 @@ int atMostInt(long value) { return static_cast<int>(value < INT_MAX ? value : IN
 } // namespace
 
 ozPtrArray2D &ozPtrArray2D::operator=(ozPtrArray2D const &other) {
-  if (other._cells) ++sharers(other._cells); // first: other may be this
+  if (this == &other) return *this;
+  if (other._cells) ++sharers(other._cells);
   release();
   _rows = other._rows;
   _cols = other._cols;

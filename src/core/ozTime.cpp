@@ -68,19 +68,45 @@ ozString ozTime::format(char const *spec) const {
     }
     if (!*++spec) break;
     switch (*spec) {
-    case '%': *out++ = '%'; break;
-    case 'D': out += total(p.days); break;
-    case 'H': out += total(p.hours); break;
-    case 'M': out += total(p.minutes); break;
-    case 'S': out += total(p.seconds); break;
-    case 'I': out += total(p.msecs); break;
-    case 'U': out += total(p.usecs); break;
-    case 'h': out += sprintf(out, "%.2ld", rest(p.hours, p.days, 24)); break;
-    case 'm': out += sprintf(out, "%.2ld", rest(p.minutes, p.hours, 60)); break;
-    case 's': out += sprintf(out, "%.2ld", rest(p.seconds, p.minutes, 60)); break;
-    case 'i': out += sprintf(out, "%.3ld", rest(p.msecs, p.seconds, 1000)); break;
-    case 'u': out += sprintf(out, "%.6ld", rest(p.usecs, p.seconds, 1000000)); break;
-    default: *out++ = '%'; *out++ = *spec;
+    case '%':
+      *out++ = '%';
+      break;
+    case 'D':
+      out += total(p.days);
+      break;
+    case 'H':
+      out += total(p.hours);
+      break;
+    case 'M':
+      out += total(p.minutes);
+      break;
+    case 'S':
+      out += total(p.seconds);
+      break;
+    case 'I':
+      out += total(p.msecs);
+      break;
+    case 'U':
+      out += total(p.usecs);
+      break;
+    case 'h':
+      out += sprintf(out, "%.2ld", rest(p.hours, p.days, 24));
+      break;
+    case 'm':
+      out += sprintf(out, "%.2ld", rest(p.minutes, p.hours, 60));
+      break;
+    case 's':
+      out += sprintf(out, "%.2ld", rest(p.seconds, p.minutes, 60));
+      break;
+    case 'i':
+      out += sprintf(out, "%.3ld", rest(p.msecs, p.seconds, 1000));
+      break;
+    case 'u':
+      out += sprintf(out, "%.6ld", rest(p.usecs, p.seconds, 1000000));
+      break;
+    default:
+      *out++ = '%';
+      *out++ = *spec;
     }
   }
   *out = 0;
