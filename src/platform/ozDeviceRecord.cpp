@@ -18,9 +18,11 @@ void ozDeviceRecord::unref() {
 ozDeviceRecord *ozDeviceRecord::fromCurrentWindow() { return glxDevice::fromCurrent(); }
 
 void ozDeviceRecord::release() {
-  eglDevice::releaseCurrent();
+  releaseOffscreen();
   glxDevice::releaseCurrent();
 }
+
+void ozDeviceRecord::releaseOffscreen() { eglDevice::releaseCurrent(); }
 
 bool ozDeviceRecord::makeCurrent(ozDeviceRecord *device, ozRenderContext *context) {
   if (device && context && device->bind(context)) return true;

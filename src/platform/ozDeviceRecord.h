@@ -37,9 +37,13 @@ struct OZ_API ozDeviceRecord {
   /// window's own rendering context is current.
   static ozDeviceRecord *fromCurrentWindow();
 
-  /// Makes nothing current in this thread, whichever platform had something there. Also owed before a toolkit call that
-  /// may bind a window's context while an offscreen one is current: the two platforms do not take over from each other.
+  /// Makes nothing current in this thread, whichever platform had something there.
   static void release();
+
+  /// The same if an offscreen context is current. Owed before every call of the toolkit that may bind a window's
+  /// context (glutSetWindow, glutCreateWindow, a turn of its loop): the one platform does not take over from the other,
+  /// and the toolkit answers the refusal by ending the process.
+  static void releaseOffscreen();
 
   /// Binds context to device in this thread. When either is null or they do not go together, nothing is current
   /// afterwards and the result is false.
