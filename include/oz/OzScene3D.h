@@ -1,0 +1,48 @@
+#ifndef OZ_SCENE_3D_H
+#define OZ_SCENE_3D_H
+
+/// @file
+/// Every public class of the library.
+
+#include "oz/ozArray.h"
+#include "oz/ozAtomic.h"
+#include "oz/ozBitMask.h"
+#include "oz/ozBound.h"
+#include "oz/ozByteArray.h"
+#include "oz/ozClass.h"
+#include "oz/ozCloneTable.h"
+#include "oz/ozConstants.h"
+#include "oz/ozContainer.h"
+#include "oz/ozData.h"
+#include "oz/ozDevice.h"
+#include "oz/ozDict.h"
+#include "oz/ozDispatch.h"
+#include "oz/ozDList.h"
+#include "oz/ozField.h"
+#include "oz/ozFieldInfoArray.h"
+#include "oz/ozFrustum.h"
+#include "oz/ozGlobal.h"
+#include "oz/ozMatStack4f.h"
+#include "oz/ozMatrix4f.h"
+#include "oz/ozMFByte.h"
+#include "oz/ozName.h"
+#include "oz/ozObject.h"
+#include "oz/ozOutput.h"
+#include "oz/ozPlane.h"
+#include "oz/ozPlatform.h"
+#include "oz/ozPrivate.h"
+#include "oz/ozPtrArray.h"
+#include "oz/ozPtrArray2D.h"
+#include "oz/ozRotation.h"
+#include "oz/ozSeg.h"
+#include "oz/ozSFByte.h"
+#include "oz/ozSFRef.h"
+#include "oz/ozSList.h"
+#include "oz/ozString.h"
+#include "oz/ozStringDict.h"
+#include "oz/ozThread.h"
+#include "oz/ozTime.h"
+#include "oz/ozType.h"
+#include "oz/ozVec2f.h"
+
+#endif

@@ -1,0 +1,286 @@
+// The change machinery. Invariants: a set bit of the dirty mask means that an input of that field holds a newer value; a
+// set bit of the side-effect mask means that all parents have been told, which is why a burst of changes stops at the
+// first container that has the bit. Setting marks, reading computes.
+
+#include "oz/ozContainer.h"
+
+#include <stdlib.h>
+#include <string.h>
+
+#include "oz/ozData.h"
+#include "oz/ozSFRef.h"
+#include "oz/ozString.h"
+#include "oz/ozType.h"
+
+ozType *ozContainer::_ClassType = nullptr;
+
+void ozContainer::initClass() {
+  ozType *const parent = ozObject::getClassType();
+  if (!_ClassType) _ClassType = new ozType(parent, "Container");
+}
+
+ozContainer::ozContainer(ozType *type)
+    : ozObject(type), _fields(nullptr), _parents(nullptr), _userData(nullptr), _dirtyMask(0), _sideEffectMask(0),
+      _name(nullptr) {
+  setFlag(PARENT_ARRAY_FLAG, false);
+  setFlag(CONTAINER_FLAG, false);
+}
+
+ozContainer::~ozContainer() {
+  free(_name);
+  if (_userData) _userData->unref();
+  if (_fields) {
+    for (unsigned int id = 0; id < _fields->getCount(); ++id) {
+      ozField *const field = _fields->get(id);
+      _fields->set(id, nullptr);
+      delete field;
+    }
+    delete _fields;
+  }
+  if (hasFlag(PARENT_ARRAY_FLAG)) delete static_cast<ozPtrArray *>(_parents);
+}
+
+void ozContainer::setUserData(ozData *data) {
+  if (data) data->ref();
+  if (_userData) _userData->unref();
+  _userData = data;
+}
+
+void ozContainer::setName(char const *name) {
+  char *const copy = name ? strdup(name) : nullptr; // first: the text may be the old name
+  free(_name);
+  _name = copy;
+}
+
+ozFieldInfo *ozContainer::getFieldInfo(short id) const { return getType()->getFieldInfo(id); }
+int ozContainer::getFieldInfoCount() const { return getType()->getFieldInfoCount(); }
+
+void ozContainer::initFieldDefaults(ozType *level) {
+  for (int id = level->getAncestorFieldCount(); id < level->getFieldInfoCount(); ++id)
+    if (level->getFieldInfo(id)->getOffset()) level->getFieldInfo(id)->reset(this);
+}
+
+void ozContainer::destroyFieldContents(ozType *level) {
+  ozField::cleanFields();
+  for (int id = level->getAncestorFieldCount(); id < level->getFieldInfoCount(); ++id) {
+    ozFieldInfo *const info = level->getFieldInfo(id);
+    if (!info->getOffset()) continue; // the field object owns its value
+    if (info->getFieldType()->isDerivedFrom(ozSFRef::getClassType())) {
+      ozContainer *&member = static_cast<ozSFRefInfo *>(info)->member(this);
+      unrefer(member);
+      member = nullptr;
+    } else if (info->getFieldType()->isDerivedFrom(ozMFRef::getClassType())) {
+      ozRefArray &members = static_cast<ozMFRefInfo *>(info)->member(this);
+      for (unsigned int i = 0; i < members.getCount(); ++i) unrefer(members[i]);
+      members.setCount(0);
+    }
+  }
+}
+
+// ---- field objects
+
+void ozContainer::addField(ozField *field) {
+  if (!_fields) _fields = new ozFieldArray(static_cast<unsigned int>(getFieldInfoCount()));
+  _fields->set(static_cast<unsigned int>(field->getId()), field);
+}
+
+ozField *ozContainer::getField(int id) {
+  OZ_REQUIRE(id >= 0 && id < getFieldInfoCount(), "field id out of range");
+  unsigned int const index = static_cast<unsigned int>(id);
+  if (_fields && index < _fields->getCount() && _fields->get(index)) return _fields->get(index);
+  if (!_fields) _fields = new ozFieldArray(static_cast<unsigned int>(getFieldInfoCount()));
+  getFieldInfo(static_cast<short>(id))->instantiate(this);
+  return _fields->get(index);
+}
+
+ozField *ozContainer::findField(char const *name) {
+  for (int id = 0; id < getFieldInfoCount(); ++id)
+    if (getFieldInfo(static_cast<short>(id))->match(name)) return getField(id);
+  return nullptr;
+}
+
+ozField *ozContainer::getField(char const *name) {
+  if (ozField *const field = findField(name)) return field;
+  // That "set_" may stand anywhere while the first four characters are dropped is meant.
+  if (strstr(name, "set_")) return findField(name + 4);
+  char const *const suffix = strstr(name, "_changed");
+  if (!suffix) return nullptr;
+  ozString event(name);
+  const_cast<char *>(event.getString())[suffix - name] = '\0';
+  return findField(event.getString());
+}
+
+void ozContainer::connect(short id, ozContainer *other, short otherId) {
+  ozField *const target = other->getField(otherId);
+  getField(id)->connect(target);
+}
+
+void ozContainer::disconnect(short id, ozContainer *other, short otherId) {
+  ozField *const target = other->getField(otherId);
+  getField(id)->disconnect(target);
+}
+
+void ozContainer::freeUnconnectedFields() {
+  // Engines keep pointers to their fields. They live in a room above this one, so they are known by name.
+  static ozType *engine = nullptr;
+  if (!engine) engine = ozType::getType("Engine");
+  if ((engine && isOfType(engine)) || !_fields) return;
+  ozField::cleanFields();
+  bool used = false;
+  for (unsigned int id = 0; id < _fields->getCount(); ++id) {
+    ozField *const field = _fields->get(id);
+    if (!field) continue;
+    bool const connected = (field->getInputs() && field->getInputs()->getCount()) ||
+                           (field->getOutputs() && field->getOutputs()->getCount());
+    if (connected || field->getType()->isDerivedFrom(ozMField::getClassType())) {
+      used = true;
+    } else {
+      delete field;
+      _fields->set(id, nullptr);
+    }
+  }
+  if (used) return;
+  delete _fields;
+  _fields = nullptr;
+}
+
+// ---- changes
+
+void ozContainer::fieldChanged(short id) { touchField(id); }
+void ozContainer::childChanged(ozContainer *, short) {}
+void ozContainer::cleanSideEffect(short) {}
+
+void ozContainer::touchFieldObject(short id) {
+  unsigned int const index = static_cast<unsigned short>(id);
+  ozField *const field = index < _fields->getCount() ? _fields->get(index) : nullptr;
+  if (!field) return;
+  _sideEffectMask &= ~wideBit(id); // a direct change overrides a pending recomputation
+  if (field->_dirty) {
+    field->setDirty(0);
+    ozField *const source = field->_source;
+    if (source && source->_dirty) source->_parent->cleanFieldInputs(source);
+  }
+  if (!field->_busy && field->_outputs) {
+    field->_busy = 1;
+    field->dirtyOutputs();
+    field->_busy = 0;
+  }
+}
+
+void ozContainer::dirtyFieldOutputs(ozField *f) {
+  f->setDirty(1);
+  f->_busy = 1;
+  if (f->_outputs) f->dirtyOutputs();
+  f->_busy = 0;
+}
+
+void ozContainer::cleanFieldInputs(ozField *f) {
+  f->setDirty(0);
+  if (!f->_source) return;
+  f->_busy = 1;
+  f->copy(f->_source);
+  f->_busy = 0;
+}
+
+void ozContainer::validatePending(short id) {
+  long long const bit = wideBit(id);
+  if (_sideEffectMask & bit) {
+    cleanSideEffect(id);
+    _sideEffectMask &= ~bit;
+  }
+  if (_dirtyMask & bit) {
+    ozField *const field = _fields ? _fields->get(static_cast<unsigned int>(id)) : nullptr;
+    if (field) cleanFieldInputs(field);
+    else _dirtyMask &= ~bit;
+  }
+}
+
+void ozContainer::internalCleanFields(long long mask) {
+  while (mask) {
+    long long const before = mask;
+    for (short id = 0; id < 64 && mask; ++id, mask >>= 1)
+      if (mask & 1) validateField(id);
+    mask = _dirtyMask | _sideEffectMask;
+    if ((mask & before) == before) return; // nothing settles: an override that marks its field again
+  }
+}
+
+void ozContainer::notifyParents(short id) {
+  if (hasFlag(PARENT_ARRAY_FLAG)) {
+    ozPtrArray *const parents = static_cast<ozPtrArray *>(_parents);
+    unsigned int const count = parents->getCount();
+    for (unsigned int i = 0; i < count && hasFlag(PARENT_ARRAY_FLAG) && i < parents->getCount(); ++i)
+      static_cast<ozContainer *>(parents->get(i))->childChanged(this, id);
+  } else if (_parents) {
+    static_cast<ozContainer *>(_parents)->childChanged(this, id);
+  }
+}
+
+void ozContainer::propagateSideEffect(short id) {
+  long long const bit = wideBit(id);
+  if (_sideEffectMask & bit) return;
+  _sideEffectMask |= bit;
+  notifyParents(id);
+  if (ozField::isDirtyFieldTrackingEnabled()) getField(id)->recordDirty();
+}
+
+// ---- parents
+
+int ozContainer::getParentCount() const {
+  if (hasFlag(PARENT_ARRAY_FLAG)) return static_cast<int>(static_cast<ozPtrArray *>(_parents)->getCount());
+  return _parents ? 1 : 0;
+}
+
+ozContainer *ozContainer::getParent(int index) const {
+  if (hasFlag(PARENT_ARRAY_FLAG))
+    return static_cast<ozContainer *>(static_cast<ozPtrArray *>(_parents)->get(static_cast<unsigned int>(index)));
+  return index == 0 ? static_cast<ozContainer *>(_parents) : nullptr;
+}
+
+void ozContainer::addParent(ozContainer *parent) {
+  if (hasFlag(PARENT_ARRAY_FLAG)) {
+    static_cast<ozPtrArray *>(_parents)->append(parent);
+  } else if (!_parents) {
+    _parents = parent;
+  } else {
+    ozPtrArray *const parents = new ozPtrArray(2);
+    parents->append(_parents);
+    parents->append(parent);
+    _parents = parents;
+    setFlag(PARENT_ARRAY_FLAG, true);
+  }
+}
+
+// The two modes answer in different codes, which is meant.
+int ozContainer::removeParent(ozContainer *parent) {
+  if (!hasFlag(PARENT_ARRAY_FLAG)) {
+    if (_parents != parent) return -1;
+    _parents = nullptr;
+    return 0;
+  }
+  ozPtrArray *const parents = static_cast<ozPtrArray *>(_parents);
+  int const removed = parents->remove(parent);
+  if (parents->getCount() == 1) {
+    _parents = parents->get(0);
+    delete parents;
+    setFlag(PARENT_ARRAY_FLAG, false);
+  }
+  return removed;
+}
+
+void ozContainer::refer(ozContainer *c) {
+  if (!c) return;
+  c->ref();
+  c->addParent(this);
+}
+
+void ozContainer::refer(ozContainer *old, ozContainer *c) {
+  refer(c); // new before old: storing what is there already must not destroy it
+  unrefer(old);
+}
+
+void ozContainer::unrefer(ozContainer *c) {
+  if (!c) return;
+  c->removeParent(this);
+  c->unref();
+}

@@ -1,0 +1,162 @@
+// The field object and its connections. The invariant: a field's dirty flag and its bit in the container's dirty mask are
+// set and cleared together (but see disconnect), and a dirty field's source holds the newer value.
+
+#include "oz/ozField.h"
+
+#include "oz/ozContainer.h"
+#include "oz/ozSList.h"
+#include "oz/ozType.h"
+
+/// A record of the list of dirty fields.
+struct ozDirtyField : ozSLink {
+  explicit ozDirtyField(ozField *f) : ozSLink(nullptr), field(f) {}
+  ozField *field;
+};
+
+typedef ozSList<ozDirtyField, ozSLink> ozDirtyFieldList;
+
+// Never destroyed: fields of objects that die while the process exits still look here. Spent records are kept for reuse.
+static ozDirtyFieldList &dirtyFields() {
+  static ozDirtyFieldList *const list = new ozDirtyFieldList;
+  return *list;
+}
+static ozDirtyFieldList &spentRecords() {
+  static ozDirtyFieldList *const list = new ozDirtyFieldList;
+  return *list;
+}
+
+ozType *ozField::_ClassType = nullptr;
+unsigned char ozField::_Tracking = 0;
+
+void ozField::initClass() {
+  if (!_ClassType) _ClassType = new ozType(nullptr, "ozField");
+}
+
+ozField::ozField(ozContainer *parent, short id)
+    : _parent(parent), _id(id), _dirty(0), _busy(0), _eventClass(EVENT_ANY), _source(nullptr), _inputs(nullptr),
+      _outputs(nullptr), _followers(nullptr) {
+  _parent->addField(this);
+}
+
+ozField::~ozField() {
+  for (unsigned int n = _inputs ? _inputs->getCount() : 0; n > 0 && _inputs->getCount(); --n)
+    _inputs->get(0)->disconnect(this);
+  delete _inputs;
+  for (unsigned int n = _outputs ? _outputs->getCount() : 0; n > 0 && _outputs->getCount(); --n)
+    disconnect(_outputs->get(0));
+  delete _outputs;
+
+  setSource(nullptr);
+  while (_followers && _followers->getCount()) _followers->get(0)->setSource(nullptr);
+  delete _followers;
+
+  if (_Tracking && !dirtyFields().isEmpty()) {
+    ozDirtyFieldList kept;
+    while (ozDirtyField *record = static_cast<ozDirtyField *>(dirtyFields().unlinkHead()))
+      (record->field == this ? spentRecords() : kept).insert(record);
+    while (ozDirtyField *record = static_cast<ozDirtyField *>(kept.unlinkHead())) dirtyFields().insert(record);
+  }
+}
+
+void ozField::write(ozOutput *out) { getFieldInfo()->write(out, _parent); }
+unsigned char ozField::isDefault() { return getFieldInfo()->isDefault(_parent); }
+ozFieldInfo *ozField::getFieldInfo() const { return _parent->getType()->getFieldInfo(_id); }
+char const *ozField::getName() const { return getFieldInfo()->getName(); }
+
+void *ozField::getStorage() {
+  ozFieldInfo *const info = getFieldInfo();
+  return info->getOffset() ? info->getStorage(_parent) : nullptr;
+}
+
+void ozField::validate() { _parent->validateField(_id); }
+void ozField::fieldChanged() { _parent->fieldChanged(_id); }
+
+void ozField::setDirty(int on) {
+  if (on) {
+    if (_Tracking) recordDirty();
+    _dirty = 1;
+    _parent->_dirtyMask |= ozContainer::narrowBit(_id);
+  } else {
+    _dirty = 0;
+    _parent->_dirtyMask &= ~ozContainer::narrowBit(_id);
+  }
+}
+
+// Keeps track of who still points here after a disconnection, so that a field that dies leaves no pointer to itself.
+void ozField::setSource(ozField *source) {
+  if (source == _source) return;
+  if (_source && _source->_followers) _source->_followers->fastRemove(this);
+  _source = source;
+}
+
+void ozField::connect(ozField *target) {
+  if (_eventClass == EVENT_IN_ONLY || target->_eventClass == EVENT_OUT_ONLY) return;
+  if (!_outputs) _outputs = new ozFieldArray(1);
+  else if (_outputs->find(target) >= 0) return;
+  _outputs->append(target);
+  if (!target->_inputs) target->_inputs = new ozFieldArray(1);
+  target->_inputs->append(this);
+  if (_followers) _followers->fastRemove(target);
+  target->setSource(this);
+  target->_parent->dirtyFieldOutputs(target);
+}
+
+void ozField::disconnect(ozField *target) {
+  if (!_outputs) return;
+  if (_outputs->remove(target)) {
+    if (target->_inputs) {
+      target->_inputs->remove(this);
+      if (!target->_inputs->getCount()) target->_parent->_dirtyMask &= ~ozContainer::narrowBit(target->_id);
+    }
+    // The target's source stays, which is meant: with other inputs left, its mask bit may still be set.
+    if (target->_source == this) {
+      if (!_followers) _followers = new ozFieldArray(1);
+      _followers->append(target);
+    }
+  }
+  target->_dirty = 0;
+}
+
+void ozField::dirtyOutputs() {
+  unsigned int const count = _outputs ? _outputs->getCount() : 0;
+  for (unsigned int i = 0; i < count && i < _outputs->getCount(); ++i) {
+    ozField *const output = _outputs->get(i);
+    if (output->_busy) {
+      _parent->cleanFieldInputs(this); // a cycle has closed: this field is settled at once
+    } else {
+      output->setSource(this);
+      output->_parent->dirtyFieldOutputs(output);
+    }
+  }
+}
+
+void ozField::recordDirty() {
+  if (_dirty) return;
+  ozDirtyField *record = static_cast<ozDirtyField *>(spentRecords().unlinkHead());
+  if (record) record->field = this;
+  else record = new ozDirtyField(this);
+  dirtyFields().insert(record);
+}
+
+void ozField::cleanFields() {
+  if (!_Tracking) return;
+  while (ozDirtyField *record = static_cast<ozDirtyField *>(dirtyFields().unlinkHead())) {
+    ozField *const field = record->field;
+    spentRecords().insert(record);
+    field->_parent->validateField(field->_id);
+  }
+}
+
+static void freeRecords(ozDirtyFieldList &list) {
+  while (ozSLink *record = list.unlinkHead()) delete static_cast<ozDirtyField *>(record);
+}
+
+void ozField::freeDirtyFields() {
+  freeRecords(dirtyFields());
+  freeRecords(spentRecords());
+}
+
+void ozField::enableDirtyFieldTracking(unsigned char on) {
+  _Tracking = on;
+  if (!on) freeDirtyFields();
+}
