@@ -7,8 +7,7 @@ packages=(
   g++ cmake ninja-build pkg-config
   libgl-dev libglu1-mesa-dev libegl-dev freeglut3-dev libx11-dev # OpenGL, GLU, EGL, the window toolkit
   libgl1-mesa-dri libegl-mesa0 libglx-mesa0                      # their drivers, which the above do not ask for
-  libfreetype-dev libfontconfig-dev fonts-dejavu-core            # glyphs
-  libpng-dev libjpeg62-turbo-dev                                 # images
+  libpng-dev                                                     # pictures
   libgtest-dev libgmock-dev xvfb                                 # tests
 )
 
