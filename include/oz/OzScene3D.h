@@ -44,5 +44,6 @@
 #include "oz/ozTime.h"
 #include "oz/ozType.h"
 #include "oz/ozVec2f.h"
+#include "oz/ozVecBase.h"
 
 #endif

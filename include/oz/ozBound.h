@@ -7,8 +7,8 @@ class ozBoxBound;
 class ozSeg;
 class ozSphereBound;
 
-/// A bounding volume. The operations that a kind of bound does not have write a warning to the standard error stream and
-/// do nothing; contains() then gives 0.
+/// A bounding volume. The operations that a kind of bound does not have write a warning to the standard error stream
+/// and do nothing; contains() then gives 0.
 ///
 /// No virtual destructor: bounds are values.
 class OZ_API ozBound {
@@ -59,9 +59,7 @@ public:
     min = OZ_INFINITY;
     max = -OZ_INFINITY;
   }
-  int isEmpty() const override {
-    return min._v[0] > max._v[0] || min._v[1] > max._v[1] || min._v[2] > max._v[2];
-  }
+  int isEmpty() const override { return min._v[0] > max._v[0] || min._v[1] > max._v[1] || min._v[2] > max._v[2]; }
   void around(ozBoxBound const **boxes, int n) override;
   /// Empty spheres are passed over.
   void around(ozSphereBound const **spheres, int n) override;
@@ -77,8 +75,10 @@ public:
   /// As extendBy, a little faster, for a box that is not empty.
   void nonEmptyExtendBy(ozVec3f const &point) {
     for (int i = 0; i < 3; i++) {
-      if (point._v[i] < min._v[i]) min._v[i] = point._v[i];
-      else if (point._v[i] > max._v[i]) max._v[i] = point._v[i];
+      if (point._v[i] < min._v[i])
+        min._v[i] = point._v[i];
+      else if (point._v[i] > max._v[i])
+        max._v[i] = point._v[i];
     }
   }
   /// this = the box of the transformed box src; an empty one is not detected.

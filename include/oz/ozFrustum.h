@@ -28,7 +28,8 @@ public:
   /// 1 or 0.
   virtual int contains(ozVec3f const &point) const;
 
-  /// A perspective or orthographic volume by its near rectangle. Equal values compute nothing anew, but the type changes.
+  /// A perspective or orthographic volume by its near rectangle. Equal values compute nothing anew, but the type
+  /// changes.
   void makePersp(float left, float right, float bottom, float top);
   void makeOrtho(float left, float right, float bottom, float top);
   /// A new near distance keeps the opening of a perspective volume.

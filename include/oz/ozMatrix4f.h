@@ -5,16 +5,16 @@
 
 class ozRotation;
 
-/// A 4 by 4 matrix: 16 floats, row by row. Vectors are rows and multiply from the left; the translation stands in row 3,
-/// and a transform that is applied first stands on the left of a product. OpenGL takes the 16 floats as they stand.
+/// A 4 by 4 matrix: 16 floats, row by row. Vectors are rows and multiply from the left; the translation stands in row
+/// 3, and a transform that is applied first stands on the left of a product. OpenGL takes the 16 floats as they stand.
 /// Angles are radians unless told otherwise. Any result may be stored into an operand.
 class OZ_API ozMatrix4f {
 public:
   /// The identity.
   ozMatrix4f() = default;
   /// Row by row.
-  ozMatrix4f(float m00, float m01, float m02, float m03, float m10, float m11, float m12, float m13, float m20, float m21,
-             float m22, float m23, float m30, float m31, float m32, float m33)
+  ozMatrix4f(float m00, float m01, float m02, float m03, float m10, float m11, float m12, float m13, float m20,
+             float m21, float m22, float m23, float m30, float m31, float m32, float m33)
       : _m{{m00, m01, m02, m03}, {m10, m11, m12, m13}, {m20, m21, m22, m23}, {m30, m31, m32, m33}} {}
 
   /// Makes the identity, whatever the number. Meant.
@@ -91,8 +91,8 @@ public:
            _m[r1][c3] * (_m[r2][c1] * _m[r3][c2] - _m[r2][c2] * _m[r3][c1]);
   }
   float det4() const {
-    return _m[0][0] * det3(1, 2, 3, 1, 2, 3) - _m[0][1] * det3(1, 2, 3, 0, 2, 3) +
-           _m[0][2] * det3(1, 2, 3, 0, 1, 3) - _m[0][3] * det3(1, 2, 3, 0, 1, 2);
+    return _m[0][0] * det3(1, 2, 3, 1, 2, 3) - _m[0][1] * det3(1, 2, 3, 0, 2, 3) + _m[0][2] * det3(1, 2, 3, 0, 1, 3) -
+           _m[0][3] * det3(1, 2, 3, 0, 1, 2);
   }
 
   /// this = the inverse of an affine m. A singular one is reported and taken to have the determinant 1.
@@ -110,13 +110,13 @@ public:
   /// Solves for the right-hand side b, in place, with a matrix that LUDecompMat has decomposed.
   void LUBackSubMat(int const *index, float *b) const;
 
-  /// Takes the matrix apart: t the translation, r the rows of eigenvectors, s the scales, u the rotation. Returns 0, with
-  /// only t set, if the absolute value of the determinant is below 1e-12; otherwise 1.
+  /// Takes the matrix apart: t the translation, r the rows of eigenvectors, s the scales, u the rotation. Returns 0,
+  /// with only t set, if the absolute value of the determinant is below 1e-12; otherwise 1.
   int factor(ozMatrix4f &r, ozVec3f &s, ozMatrix4f &u, ozVec3f &t) const;
   /// Eigenvalues and eigenvectors of the symmetric 3 by 3 part of m, unsorted; nrot counts the rotations made.
   static void jacobi3(ozMatrix4f const &m, float *values, ozVec3f *vectors, int &nrot);
-  /// Translation, rotation, scale and scale orientation, by factor. Give the rotations a value first: one that cannot be
-  /// found stays as it was.
+  /// Translation, rotation, scale and scale orientation, by factor. Give the rotations a value first: one that cannot
+  /// be found stays as it was.
   void getTransforms(ozVec3f &t, ozRotation &rot, ozVec3f &s, ozRotation &so) const;
   /// The axis and angle of a rotation matrix. Otherwise one line on the standard error stream, and rot stays as it was.
   void getOrthoRotation(ozRotation &rot) const;

@@ -5,11 +5,11 @@
 
 class ozMatrix4f;
 
-/// An axis and an angle. The axis is a unit vector, or zero for no rotation; the angle is held in degrees. Operations take
-/// and give radians unless they have "Degrees" in their name. Any result may be stored into an operand.
+/// An axis and an angle. The axis is a unit vector, or zero for no rotation; the angle is held in degrees. Operations
+/// take and give radians unless they have "Degrees" in their name. Any result may be stored into an operand.
 ///
-/// Whatever sets an axis normalises it, or makes it zero if each component lies strictly within OZ_EPSILON of 0; the angle
-/// is stored all the same.
+/// Whatever sets an axis normalises it, or makes it zero if each component lies strictly within OZ_EPSILON of 0; the
+/// angle is stored all the same.
 class OZ_API ozRotation {
 public:
   /// Clears the axis and leaves the angle unset.
@@ -41,8 +41,8 @@ public:
   }
   /// From a quaternion of any length; one without a vector part gives all four numbers 0.
   void set(ozVec4f const &quaternion);
-  /// The rotation that takes one direction to another. All 0 for (nearly) the same direction. For opposite ones the axis is
-  /// perpendicular to them and the angle is 0. Meant, though that turns nothing.
+  /// The rotation that takes one direction to another. All 0 for (nearly) the same direction. For opposite ones the
+  /// axis is perpendicular to them and the angle is 0. Meant, though that turns nothing.
   void set(ozVec3f const &from, ozVec3f const &to);
   /// As ozMatrix4f::getOrthoRotation, with its messages; stays as it is if the matrix has no rotation.
   void set(ozMatrix4f const &matrix);

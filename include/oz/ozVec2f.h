@@ -4,8 +4,8 @@
 #include "oz/ozVecBase.h"
 
 /// @file
-/// The small vectors: ozVec2f, ozVec3f, ozVec4f, ozVec2i, ozVec3i, ozVec2s, ozVec3s, ozVec3b, ozVec4ub. What all of them
-/// do stands in oz/ozVecBase.h. A vector is its components, in the order x, y, z, w, tightly packed.
+/// The small vectors: ozVec2f, ozVec3f, ozVec4f, ozVec2i, ozVec3i, ozVec2s, ozVec3s, ozVec3b, ozVec4ub. What all of
+/// them do stands in oz/ozVecBase.h. A vector is its components, in the order x, y, z, w, tightly packed.
 
 class ozMatrix4f;
 class ozPlane;
@@ -35,8 +35,8 @@ public:
     sum.addScaled(sum, a._v[2], z);
     *this = sum;
   }
-  /// The point common to three planes, by Cramer's rule; zero if the determinant of the normals is within 1e-6 of 0. The
-  /// offset of each plane counts without its sign.
+  /// The point common to three planes, by Cramer's rule; zero if the determinant of the normals is within 1e-6 of 0.
+  /// The offset of each plane counts without its sign.
   void set(ozPlane const &p1, ozPlane const &p2, ozPlane const &p3);
 
   // These three are defined in oz/ozMatrix4f.h.

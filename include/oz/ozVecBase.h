@@ -13,50 +13,58 @@
 class ozOutput;
 
 /// Arithmetic of one component. Integers wrap around, and a division by zero gives a fixed value instead of a trap.
-template <class T>
-struct ozVecArith {
+template <class T> struct ozVecArith {
   static constexpr bool IS_FLOAT = std::is_floating_point<T>::value;
 
   static T add(T a, T b) {
-    if constexpr (IS_FLOAT) return a + b;
-    else return static_cast<T>(static_cast<unsigned>(a) + static_cast<unsigned>(b));
+    if constexpr (IS_FLOAT)
+      return a + b;
+    else
+      return static_cast<T>(static_cast<unsigned>(a) + static_cast<unsigned>(b));
   }
   static T sub(T a, T b) {
-    if constexpr (IS_FLOAT) return a - b;
-    else return static_cast<T>(static_cast<unsigned>(a) - static_cast<unsigned>(b));
+    if constexpr (IS_FLOAT)
+      return a - b;
+    else
+      return static_cast<T>(static_cast<unsigned>(a) - static_cast<unsigned>(b));
   }
   static T mul(T a, T b) {
-    if constexpr (IS_FLOAT) return a * b;
-    else return static_cast<T>(static_cast<unsigned>(a) * static_cast<unsigned>(b));
+    if constexpr (IS_FLOAT)
+      return a * b;
+    else
+      return static_cast<T>(static_cast<unsigned>(a) * static_cast<unsigned>(b));
   }
   static T negate(T a) {
-    if constexpr (IS_FLOAT) return static_cast<T>(a * -1.0);
-    else return sub(0, a);
+    if constexpr (IS_FLOAT)
+      return static_cast<T>(a * -1.0);
+    else
+      return sub(0, a);
   }
   static T div(T a, T b) {
     if (b == 0) return quotientByZero();
-    if constexpr (IS_FLOAT) return a / b;
-    else return static_cast<T>(static_cast<long long>(a) / b);
+    if constexpr (IS_FLOAT)
+      return a / b;
+    else
+      return static_cast<T>(static_cast<long long>(a) / b);
   }
   static T mod(T a, T b) { return b == 0 ? T(0) : static_cast<T>(static_cast<long long>(a) % b); }
 
   /// 32767 for int as for short: the two widths share the value, as meant.
   static constexpr T quotientByZero() {
-    if constexpr (IS_FLOAT) return OZ_INFINITY;
-    else if constexpr (sizeof(T) > 1) return 32767;
-    else return std::is_signed<T>::value ? T(127) : T(255);
+    if constexpr (IS_FLOAT)
+      return OZ_INFINITY;
+    else if constexpr (sizeof(T) > 1)
+      return 32767;
+    else
+      return std::is_signed<T>::value ? T(127) : T(255);
   }
 };
 
-template <class T, int>
-struct ozVecComponent {
-  typedef T Type;
-};
+template <class T, int> struct ozVecComponent { typedef T Type; };
 
 /// The vector class V with components of type T, one for each of the indices I (0, 1, ...), and nothing else in it, so
 /// that arrays of vectors go to OpenGL as they stand. Any result may be stored into an operand.
-template <class V, class T, int... I>
-class OZ_API ozVecBase {
+template <class V, class T, int... I> class OZ_API ozVecBase {
 protected:
   typedef ozVecArith<T> Arith;
   struct Unused {};
@@ -155,20 +163,16 @@ protected:
 };
 
 /// What vectors of integers add.
-template <class V, class T, int... I>
-class OZ_API ozIntVecBase : public ozVecBase<V, T, I...> {
+template <class V, class T, int... I> class OZ_API ozIntVecBase : public ozVecBase<V, T, I...> {
 public:
   using ozVecBase<V, T, I...>::ozVecBase;
 
   /// The remainder of each component; by 0 every component becomes 0.
-  V &operator%=(T divisor) {
-    return ((this->_v[I] = ozVecArith<T>::mod(this->_v[I], divisor)), ..., this->self());
-  }
+  V &operator%=(T divisor) { return ((this->_v[I] = ozVecArith<T>::mod(this->_v[I], divisor)), ..., this->self()); }
 };
 
 /// What vectors of floats add.
-template <class V, int... I>
-class OZ_API ozFloatVecBase : public ozVecBase<V, float, I...> {
+template <class V, int... I> class OZ_API ozFloatVecBase : public ozVecBase<V, float, I...> {
 public:
   using ozVecBase<V, float, I...>::ozVecBase;
 

@@ -2,7 +2,8 @@
 
 #include <cstdio>
 
-// The operations that a kind of bound lacks. The lines have no line end, and both kinds leave some of them in place. Meant.
+// The operations that a kind of bound lacks. The lines have no line end, and both kinds leave some of them in place.
+// Meant.
 static int warn(char const *operation) {
   std::fprintf(stderr, "WARNING: Shouldn't be in pure virtual %s", operation);
   return 0;

@@ -99,9 +99,12 @@ void ozBoxBound::calcNorm(ozVec3f const &p, ozVec3f &n) const {
   ozVec3f normal;
   for (int i = 0; i < 3; i++) {
     float tolerance = (max._v[i] - min._v[i]) * 0.0001f;
-    if (std::fabs(p._v[i] - min._v[i]) < tolerance) normal._v[i] = -1;
-    else if (std::fabs(p._v[i] - max._v[i]) < tolerance) normal._v[i] = 1;
-    else continue;
+    if (std::fabs(p._v[i] - min._v[i]) < tolerance)
+      normal._v[i] = -1;
+    else if (std::fabs(p._v[i] - max._v[i]) < tolerance)
+      normal._v[i] = 1;
+    else
+      continue;
     break;
   }
   n = normal;
@@ -125,14 +128,18 @@ struct Slab {
 // The axes by the size of the direction, largest first. Which of two equal ones comes first is meant as it stands.
 void orderAxes(float const *size, int *axis) {
   int large = size[2] > size[0] ? 2 : 0, small = 2 - large;
-  if (size[1] > size[large]) axis[0] = 1, axis[1] = large, axis[2] = small;
-  else if (size[small] > size[1]) axis[0] = large, axis[1] = small, axis[2] = 1;
-  else axis[0] = large, axis[1] = 1, axis[2] = small;
+  if (size[1] > size[large])
+    axis[0] = 1, axis[1] = large, axis[2] = small;
+  else if (size[small] > size[1])
+    axis[0] = large, axis[1] = small, axis[2] = 1;
+  else
+    axis[0] = large, axis[1] = 1, axis[2] = small;
 }
 
 } // namespace
 
-// The slab method, T. L. Kay and J. T. Kajiya, "Ray tracing complex scenes", 1986, from the steepest axis to the flattest.
+// The slab method, T. L. Kay and J. T. Kajiya, "Ray tracing complex scenes", 1986, from the steepest axis to the
+// flattest.
 int ozBoxBound::isect(ozSeg const *seg, float *t0, float *t1) const {
   float const length = seg->getLength();
   if (length == 0) return 0;

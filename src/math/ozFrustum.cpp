@@ -34,19 +34,32 @@ int ozFrustum::contains(ozBoxBound const *box) const {
 // The corner on which the edge of two planes ends, by the mask of the planes; -1 where a mask is no such edge.
 static int edgeCorner(int mask) {
   switch (mask) {
-  case 5: return 0;
-  case 6: return 1;
-  case 9: return 4;
-  case 10: return 5;
-  case 17: return 0;
-  case 18: return 1;
-  case 20: return 0;
-  case 24: return 4;
-  case 33: return 3;
-  case 34: return 2;
-  case 36: return 3;
-  case 40: return 7;
-  default: return -1;
+  case 5:
+    return 0;
+  case 6:
+    return 1;
+  case 9:
+    return 4;
+  case 10:
+    return 5;
+  case 17:
+    return 0;
+  case 18:
+    return 1;
+  case 20:
+    return 0;
+  case 24:
+    return 4;
+  case 33:
+    return 3;
+  case 34:
+    return 2;
+  case 36:
+    return 3;
+  case 40:
+    return 7;
+  default:
+    return -1;
   }
 }
 
@@ -70,7 +83,8 @@ int ozFrustum::contains(ozSphereBound const *sphere) const {
   if (count > 3) return 1;
   int const corner = edgeCorner(mask);
   if (corner < 0) return 1;
-  // The centre lies beyond an edge of the volume. Is the sphere clear of the plane through the edge, across its bisector?
+  // The centre lies beyond an edge of the volume. Is the sphere clear of the plane through the edge, across its
+  // bisector?
   ozVec3f direction, v;
   direction.add(_planes[outside[0]].normal, _planes[outside[1]].normal);
   v.sub(sphere->center, _corners[corner]);

@@ -66,8 +66,9 @@ void ozMatrix4f::makeRot(float x, float y, float z, float radians) {
   float square = x * x + y * y + z * z;
   if (square < OZ_EPSILON_SQUARED) return;
   // Nearly a unit axis: the first-order expansion of the inverse root does.
-  float inverse = square > 0.9996f && square < 1.001f ? 1.5f - 0.5f * square
-                                                       : static_cast<float>(1.0 / std::sqrt(static_cast<double>(square)));
+  float inverse = square > 0.9996f && square < 1.001f
+                      ? 1.5f - 0.5f * square
+                      : static_cast<float>(1.0 / std::sqrt(static_cast<double>(square)));
   float factor = inverse * static_cast<float>(std::sin(radians * 0.5));
   float w = static_cast<float>(std::cos(radians * 0.5));
   float qx = x * factor, qy = y * factor, qz = z * factor;

@@ -4,8 +4,8 @@
 
 #include <cstdio>
 
-// The cyclic Jacobi method: Golub and Van Loan, "Matrix computations", section 8.5, with the thresholds that Rutishauser
-// gives in Wilkinson and Reinsch, "Handbook for automatic computation", II/1.
+// The cyclic Jacobi method: Golub and Van Loan, "Matrix computations", section 8.5, with the thresholds that
+// Rutishauser gives in Wilkinson and Reinsch, "Handbook for automatic computation", II/1.
 void ozMatrix4f::jacobi3(ozMatrix4f const &m, float *values, ozVec3f *vectors, int &nrot) {
   double a[3][3], v[3][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}; // the columns of v are the eigenvectors
   double d[3], base[3], update[3] = {0, 0, 0};

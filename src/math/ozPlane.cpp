@@ -54,8 +54,9 @@ int ozPlane::contains(ozBoxBound const *box) const {
   if (ozPlane::contains(farthest) && !box->ozBoxBound::isEmpty()) return 7;
   int inside = 0;
   for (int corner = 0; corner < 8; corner++) {
-    inside += ozPlane::contains(ozVec3f((corner & 1 ? box->max : box->min)._v[0], (corner & 2 ? box->max : box->min)._v[1],
-                                        (corner & 4 ? box->max : box->min)._v[2]));
+    inside +=
+        ozPlane::contains(ozVec3f((corner & 1 ? box->max : box->min)._v[0], (corner & 2 ? box->max : box->min)._v[1],
+                                  (corner & 4 ? box->max : box->min)._v[2]));
   }
   return inside >= 6 ? 7 : 3; // six and not eight: meant
 }

@@ -10,8 +10,10 @@ unsigned char ozRotation::almostEqual(ozRotation const &r, float tolerance) cons
 
 void ozRotation::setAxis(ozVec3f const &axis) {
   float length = axis.length();
-  if (ozIsSmall(axis)) _axis = 0;
-  else _axis.set(axis[0] / length, axis[1] / length, axis[2] / length);
+  if (ozIsSmall(axis))
+    _axis = 0;
+  else
+    _axis.set(axis[0] / length, axis[1] / length, axis[2] / length);
 }
 
 void ozRotation::set(ozVec4f const &q) {

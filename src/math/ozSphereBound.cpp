@@ -59,9 +59,9 @@ ozBoxBound boxOf(ozSphereBound const &sphere) {
 
 } // namespace
 
-// Starts from the largest sphere. If all the others lie in it that is the result, and exactly so. If the last of them alone
-// does not, it is extended by that one. Otherwise a box around what follows the first outsider gives the centre, and a
-// last pass grows the radius until every sphere is inside.
+// Starts from the largest sphere. If all the others lie in it that is the result, and exactly so. If the last of them
+// alone does not, it is extended by that one. Otherwise a box around what follows the first outsider gives the centre,
+// and a last pass grows the radius until every sphere is inside.
 void ozSphereBound::around(ozSphereBound const **spheres, int n) {
   if (!spheres || n < 1) {
     makeEmpty();
