@@ -25,6 +25,8 @@ public:
   /// The calling thread's current context. The thread must have a block.
   static ozContext *getContext() { return block()->_context; }
   static void setContext(ozContext *context) { block()->_context = context; }
+  /// Leaves no thread with this context as its current one.
+  static void forgetContext(ozContext *context);
   /// The calling thread's word for the application. The thread must have a block.
   static void *getUserData() { return block()->_userData; }
   static void setUserData(void *data) { block()->_userData = data; }
@@ -40,6 +42,7 @@ private:
 
   ozContext *_context = nullptr;
   void *_userData = nullptr;
+  ozPrivate *_next = nullptr; // in the list of all blocks
 };
 
 #endif

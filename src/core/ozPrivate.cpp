@@ -1,5 +1,6 @@
 #include "oz/ozPrivate.h"
 
+#include <mutex>
 #include <new>
 #include <stdlib.h>
 
@@ -9,6 +10,13 @@ namespace {
 
 // The block that fini has still to free. The slot keeps its value after fini, so it cannot tell.
 __thread ozPrivate *Live = nullptr;
+
+// All blocks, for forgetContext alone. Threads come and go at any time, so this list is guarded. Never destroyed.
+ozPrivate *Blocks = nullptr;
+std::mutex &blocksMutex() {
+  static std::mutex *const mutex = new std::mutex;
+  return *mutex;
+}
 
 // Stands in after cleanup, so that objects that die still later find no context rather than no block.
 ozPrivate Spent;
@@ -31,10 +39,29 @@ void ozPrivate::cleanup() {
 void ozPrivate::init() {
   fini();
   _Slot = Live = new (std::nothrow) ozPrivate;
+  if (!Live) return;
+  std::lock_guard<std::mutex> guard(blocksMutex());
+  Live->_next = Blocks;
+  Blocks = Live;
 }
 
 // The slot keeps the freed block's address; that is meant. A second call frees nothing.
 void ozPrivate::fini() {
+  if (!Live) return;
+  {
+    std::lock_guard<std::mutex> guard(blocksMutex());
+    ozPrivate **link = &Blocks;
+    while (*link != Live) link = &(*link)->_next;
+    *link = Live->_next;
+  }
   delete Live;
   Live = nullptr;
+}
+
+void ozPrivate::forgetContext(ozContext *context) {
+  std::lock_guard<std::mutex> guard(blocksMutex());
+  for (ozPrivate *block = Blocks; block; block = block->_next) {
+    ozContext *expected = context; // other threads write their own block
+    __atomic_compare_exchange_n(&block->_context, &expected, nullptr, false, __ATOMIC_RELAXED, __ATOMIC_RELAXED);
+  }
 }
