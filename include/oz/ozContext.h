@@ -326,7 +326,7 @@ private:
   ozOverrideGeoProp *findOverride(int item) const;
 
   glLightTarget *lightLevel(int level) { return _lightTargets[slot(level)]; }
-  static void releaseLights(glLightTarget *targets);
+  static void releaseLight(glLightTarget &target);
   void putLight(glLightTarget &target, ozLight *light);
   bool fitVersions(int id);
 
