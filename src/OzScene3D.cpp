@@ -12,6 +12,7 @@ ClassType const Classes[] = {
     ozObject::getClassType,
     ozData::getClassType,
     ozContainer::getClassType,
+    ozContext::getClassType,
     ozField::getClassType,
     ozSFByte::getClassType,
     ozSFUByte::getClassType,
@@ -59,6 +60,10 @@ ClassType const Classes[] = {
     ozMFRotation::getClassType,
     ozMFRef::getClassType,
     ozMFString::getClassType,
+    ozImage::getClassType,
+    ozTexture::getClassType,
+    ozImageTexture::getClassType,
+    ozTexGen::getClassType,
 };
 
 } // namespace

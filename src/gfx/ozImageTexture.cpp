@@ -1,0 +1,31 @@
+#include "oz/ozTexture.h"
+
+OZ_DEFINE_CLASS(ozImageTexture, "ImageTexture", ozTexture) {
+  ozMFString::addTypeField(type, "url", 7, &ozImageTexture::_url);
+}
+
+void ozImageTexture::fieldChanged(short id) {
+  if (_ClassType->isAncestorField(id)) return ozTexture::fieldChanged(id);
+  if (_url.getCount() > 0) showFile(_url[0]);
+  touchField(id);
+}
+
+void ozImageTexture::showFile(ozString const &name) {
+  ozImage *image = getImage(0);
+  if (!image) {
+    setFileName(name);
+    image = new ozImage;
+    if (!image) return;
+    image->setFileName(name);
+    if (image->load())
+      imageLevel()->set(0, image);
+    else
+      image->unref();
+    return;
+  }
+  ozString shown;
+  image->getFileName(shown);
+  if (shown == name) return;
+  image->setFileName(name);
+  if (image->load()) imageLoaded();
+}
