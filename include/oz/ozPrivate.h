@@ -42,7 +42,6 @@ private:
 
   ozContext *_context = nullptr;
   void *_userData = nullptr;
-  ozPrivate *_next = nullptr; // in the list of all blocks
 };
 
 #endif

@@ -8,11 +8,15 @@ __thread ozPrivate *ozPrivate::_Slot = nullptr;
 
 namespace {
 
+struct Block : ozPrivate {
+  Block *next;
+};
+
 // The block that fini has still to free. The slot keeps its value after fini, so it cannot tell.
-__thread ozPrivate *Live = nullptr;
+__thread Block *Live = nullptr;
 
 // All blocks, for forgetContext alone. Threads come and go at any time, so this list is guarded. Never destroyed.
-ozPrivate *Blocks = nullptr;
+Block *Blocks = nullptr;
 std::mutex &blocksMutex() {
   static std::mutex *const mutex = new std::mutex;
   return *mutex;
@@ -38,10 +42,10 @@ void ozPrivate::cleanup() {
 
 void ozPrivate::init() {
   fini();
-  _Slot = Live = new (std::nothrow) ozPrivate;
+  _Slot = Live = new (std::nothrow) Block;
   if (!Live) return;
   std::lock_guard<std::mutex> guard(blocksMutex());
-  Live->_next = Blocks;
+  Live->next = Blocks;
   Blocks = Live;
 }
 
@@ -50,9 +54,9 @@ void ozPrivate::fini() {
   if (!Live) return;
   {
     std::lock_guard<std::mutex> guard(blocksMutex());
-    ozPrivate **link = &Blocks;
-    while (*link != Live) link = &(*link)->_next;
-    *link = Live->_next;
+    Block **link = &Blocks;
+    while (*link != Live) link = &(*link)->next;
+    *link = Live->next;
   }
   delete Live;
   Live = nullptr;
@@ -60,7 +64,7 @@ void ozPrivate::fini() {
 
 void ozPrivate::forgetContext(ozContext *context) {
   std::lock_guard<std::mutex> guard(blocksMutex());
-  for (ozPrivate *block = Blocks; block; block = block->_next) {
+  for (Block *block = Blocks; block; block = block->next) {
     ozContext *expected = context; // other threads write their own block
     __atomic_compare_exchange_n(&block->_context, &expected, nullptr, false, __ATOMIC_RELAXED, __ATOMIC_RELAXED);
   }
