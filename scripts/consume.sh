@@ -7,11 +7,14 @@ build=${1:-build/release}
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
-cmake --install "$build" --prefix "$scratch/prefix" >/dev/null
+# Says nothing unless it fails.
+quietly() { "$@" >"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }; }
+
+quietly cmake --install "$build" --prefix "$scratch/prefix"
 libdir=$(dirname "$(find "$scratch/prefix" -name libOzScene3D.so.1)")
 
-cmake -S tests/consumer -B "$scratch/build" -G Ninja -DCMAKE_PREFIX_PATH="$scratch/prefix" >/dev/null
-cmake --build "$scratch/build" >/dev/null
+quietly cmake -S tests/consumer -B "$scratch/build" -G Ninja -DCMAKE_PREFIX_PATH="$scratch/prefix"
+quietly cmake --build "$scratch/build"
 "$scratch/build/consumer"
 echo "find_package works"
 
@@ -26,5 +29,5 @@ if [ -e "$scratch/prefix/bin/ozview" ]; then
   "$scratch/prefix/bin/ozview" --version
 fi
 
-cmake -S . -B "$scratch/untested" -G Ninja -DBUILD_TESTING=OFF -DCMAKE_DISABLE_FIND_PACKAGE_GTest=ON >/dev/null
+quietly cmake -S . -B "$scratch/untested" -G Ninja -DBUILD_TESTING=OFF -DCMAKE_DISABLE_FIND_PACKAGE_GTest=ON
 echo "BUILD_TESTING=OFF asks for no GoogleTest"
