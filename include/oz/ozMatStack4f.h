@@ -3,14 +3,15 @@
 
 #include "oz/ozMatrix4f.h"
 
-/// A stack of matrices of a fixed capacity, for one traversal. It is never empty.
+/// A stack of matrices of a fixed capacity, for one traversal. It is never empty. A copy shares the matrices and has a
+/// depth of its own; the last one frees them.
 class OZ_API ozMatStack4f {
 public:
   /// A stack that holds the given number of matrices, so capacity - 1 pushes succeed; below 1 counts as 1.
-  explicit ozMatStack4f(int capacity = 64) : _matrices(nullptr) { init(capacity); }
-  ~ozMatStack4f() { delete[] _matrices; }
-  ozMatStack4f(ozMatStack4f const &) = delete;
-  ozMatStack4f &operator=(ozMatStack4f const &) = delete;
+  explicit ozMatStack4f(int capacity = 64) : _matrices(nullptr), _sharers(nullptr) { init(capacity); }
+  ~ozMatStack4f() { release(); }
+  ozMatStack4f(ozMatStack4f const &other);
+  ozMatStack4f &operator=(ozMatStack4f const &other);
 
   /// Starts anew with the given capacity: one level, the identity.
   void init(int capacity);
@@ -43,11 +44,14 @@ public:
 
 private:
   int raise(char const *complaint);
+  void share(ozMatStack4f const &other);
+  void release();
 
   ozMatrix4f *_matrices;
   ozMatrix4f *_top;
   int _depth;
   int _capacity;
+  int *_sharers; // how many stacks use the matrices
 };
 
 #endif

@@ -126,3 +126,27 @@ TEST(MatStack4f, TransformsAreAppliedToTheTop) {
 }
 
 } // namespace
+
+TEST(MatStack4f, ACopySharesTheMatricesWithADepthOfItsOwn) {
+  auto *first = new ozMatStack4f(4);
+  first->push();
+  ozMatStack4f copy(*first);
+  first->preTrans(1, 2, 3);
+  EXPECT_EQ(copy.getTop(), first->getTop());
+  EXPECT_EQ(copy.getTop()->get(3, 0), 1);
+  first->pop();
+  EXPECT_EQ(copy.getDepth(), 2);
+  delete first;
+  EXPECT_EQ(copy.getTop()->get(3, 2), 3);
+}
+
+TEST(MatStack4f, AssignmentSharesTheMatricesAndLetsTheOldOnesGo) {
+  ozMatStack4f first(4), other(2);
+  other = first;
+  other = other;
+  first.preTrans(1, 2, 3);
+  EXPECT_EQ(other.getTop()->get(3, 1), 2);
+  other.init(2);
+  EXPECT_EQ(other.getTop()->get(3, 1), 0);
+  EXPECT_EQ(first.getTop()->get(3, 1), 2);
+}
