@@ -11,10 +11,12 @@ class ozAction;
 /// flattened on demand, so that a look-up is one index: see getFunction().
 class OZ_API ozActionFunTable {
 public:
-  typedef void (*Function)(void);
+  typedef void (*Function)(ozAction *, ozObject *);
 
   ozActionFunTable() : ozActionFunTable(10, 100) {}
   ozActionFunTable(int rows, int cols);
+  /// Shares the cells of the other table.
+  ozActionFunTable &operator=(ozActionFunTable const &other);
 
   /// Gives a class its row.
   void addAction(ozType *type);

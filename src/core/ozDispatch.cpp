@@ -10,7 +10,18 @@ static void *toPointer(ozActionFunTable::Function function) { return reinterpret
 ozActionFunTable::ozActionFunTable(int rows, int cols)
     : _dirty(0), _rowCount(0), _colCount(0), _bound(rows, cols), _flat(rows, cols),
       _rowTypes(static_cast<unsigned int>(rows)), _colTypes(static_cast<unsigned int>(rows)),
-      _nopFunction(toPointer(reinterpret_cast<Function>(nop))) {}
+      _nopFunction(toPointer(nop)) {}
+
+ozActionFunTable &ozActionFunTable::operator=(ozActionFunTable const &other) {
+  _dirty = other._dirty;
+  _rowCount = other._rowCount;
+  _colCount = other._colCount;
+  _bound = other._bound;
+  _flat = other._flat;
+  _rowTypes.set(other._rowTypes);
+  _colTypes.set(other._colTypes);
+  return *this;
+}
 
 void ozActionFunTable::nop(ozAction *, ozObject *) {}
 
