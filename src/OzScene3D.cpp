@@ -64,6 +64,13 @@ ClassType const Classes[] = {
     ozTexture::getClassType,
     ozImageTexture::getClassType,
     ozTexGen::getClassType,
+    ozCamera::getClassType,
+    ozOrthoCamera::getClassType,
+    ozPerspCamera::getClassType,
+    ozAction::getClassType,
+    ozDrawAction::getClassType,
+    ozIsectAction::getClassType,
+    ozHit::getClassType,
 };
 
 } // namespace

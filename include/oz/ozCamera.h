@@ -2,6 +2,7 @@
 #define OZ_CAMERA_H
 
 #include "oz/ozClass.h"
+#include "oz/ozFieldAccess.h"
 #include "oz/ozFrustum.h"
 #include "oz/ozMatrix4f.h"
 #include "oz/ozRotation.h"
@@ -85,26 +86,18 @@ class OZ_API ozPerspCamera : public ozCamera {
 public:
   ozPerspCamera();
 
-  float getHorizFOV();
-  void setHorizFOV(float radians);
-  float getVertFOV();
-  void setVertFOV(float radians);
+  OZ_VALUE_ACCESS(float, HorizFOV, 2, _horizFOV)
+  OZ_VALUE_ACCESS(float, VertFOV, 3, _vertFOV)
   /// Turns the view sideways within the frustum; a positive offset shifts it towards -X.
-  float getHorizFOVOff();
-  void setHorizFOVOff(float radians);
+  OZ_VALUE_ACCESS(float, HorizFOVOff, 4, _horizFOVOff)
   /// A positive offset shifts the view towards +Y.
-  float getVertFOVOff();
-  void setVertFOVOff(float radians);
+  OZ_VALUE_ACCESS(float, VertFOVOff, 5, _vertFOVOff)
   /// Positive distances from the eye.
-  float getNearClip();
-  void setNearClip(float distance);
-  float getFarClip();
-  void setFarClip(float distance);
+  OZ_VALUE_ACCESS(float, NearClip, 6, _nearClip)
+  OZ_VALUE_ACCESS(float, FarClip, 7, _farClip)
   /// See ozFrustum.
-  ozFrustum::AspectModeEnum getAspectMode();
-  void setAspectMode(ozFrustum::AspectModeEnum mode);
-  float getAspectRatio();
-  void setAspectRatio(float ratio);
+  OZ_VALUE_ACCESS(ozFrustum::AspectModeEnum, AspectMode, 8, _aspectMode)
+  OZ_VALUE_ACCESS(float, AspectRatio, 9, _aspectRatio)
 
 protected:
   void fieldChanged(short id) override;
@@ -127,23 +120,19 @@ class OZ_API ozOrthoCamera : public ozCamera {
 public:
   ozOrthoCamera();
 
-  float getWidth();
-  void setWidth(float width);
-  float getHeight();
-  void setHeight(float height);
+  OZ_VALUE_ACCESS(float, Width, 2, _width)
+  OZ_VALUE_ACCESS(float, Height, 3, _height)
   /// The middle of the view, in eye space.
-  void getCenter(ozVec2f &center);
-  void getCenter(float *x, float *y);
-  void setCenter(ozVec2f const &center);
-  void setCenter(float x, float y);
-  float getNearClip();
-  void setNearClip(float distance);
-  float getFarClip();
-  void setFarClip(float distance);
-  ozFrustum::AspectModeEnum getAspectMode();
-  void setAspectMode(ozFrustum::AspectModeEnum mode);
-  float getAspectRatio();
-  void setAspectRatio(float ratio);
+  void getCenter(ozVec2f &center) { center = read(4, _center); }
+  void getCenter(float *x, float *y) { read(4, _center).get(x, y); }
+  void setCenter(ozVec2f const &center) { store(4, _center, center); }
+  void setCenter(float x, float y) { store(4, _center, ozVec2f(x, y)); }
+  /// Positive distances from the eye.
+  OZ_VALUE_ACCESS(float, NearClip, 5, _nearClip)
+  OZ_VALUE_ACCESS(float, FarClip, 6, _farClip)
+  /// See ozFrustum.
+  OZ_VALUE_ACCESS(ozFrustum::AspectModeEnum, AspectMode, 7, _aspectMode)
+  OZ_VALUE_ACCESS(float, AspectRatio, 8, _aspectRatio)
 
 protected:
   void fieldChanged(short id) override;
