@@ -7,16 +7,15 @@ shift
 failed=0
 
 check() { # compiler header
-  echo "#include \"$2\"" | "$1" -x c++ -std=c++17 -fsyntax-only -Wall -Wextra -Wpedantic -Werror -I "$include" - ||
+  echo "#include \"$2\"" | "$1" -x c++ -std=c++17 -fsyntax-only -Wall -Wextra -Wpedantic -Werror -I . - ||
     { echo "$2 does not compile alone with $1"; return 1; }
 }
+export -f check
 
 cd "$include" || exit 1
 headers=$(ls oz/*.h) || exit 1
 for compiler in "$@"; do
-  for header in $headers; do
-    check "$compiler" "$header" || failed=1
-  done
+  xargs -P "$(nproc)" -I{} bash -c "check '$compiler' {}" <<<"$headers" || failed=1
 done
 brought=$(echo '#include "oz/OzScene3D.h"' | "$1" -x c++ -std=c++17 -I . -MM -) || failed=1
 for header in $headers; do
