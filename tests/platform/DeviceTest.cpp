@@ -193,8 +193,3 @@ TEST(ProcAddress, FindsTheBlendEquation) {
   blendEquation(GL_MAX);
   EXPECT_EQ(get(GL_BLEND_EQUATION), GL_MAX);
 }
-
-TEST(Fault, PrintsOneLineAndAborts) {
-  EXPECT_EXIT(ozFault("index in range", "ozArray.cpp", 12), ::testing::KilledBySignal(SIGABRT),
-              "^ozArray.cpp:12: index in range\n$");
-}
