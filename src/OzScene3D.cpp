@@ -64,6 +64,8 @@ ClassType const Classes[] = {
     ozTexture::getClassType,
     ozImageTexture::getClassType,
     ozTexGen::getClassType,
+    ozMaterial::getClassType,
+    ozAppearance::getClassType,
     ozCamera::getClassType,
     ozOrthoCamera::getClassType,
     ozPerspCamera::getClassType,

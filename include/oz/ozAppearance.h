@@ -3,7 +3,6 @@
 
 #include "oz/ozContext.h"
 #include "oz/ozFieldAccess.h"
-#include "oz/ozSFByte.h"
 
 class ozDrawAction;
 
@@ -18,9 +17,10 @@ class OZ_API ozAppearance : public ozContainer {
 
 public:
   ozAppearance();
-  /// Copies every member bit by bit and counts no reference; for a real copy see clone().
-  ozAppearance(ozAppearance const &other) = default;
-  ozAppearance &operator=(ozAppearance const &other) = default;
+  /// Takes over the values, what counts and the references, each counted. The copy is an object of its own; name, user
+  /// data, parents and connections are no part of it.
+  ozAppearance(ozAppearance const &other);
+  ozAppearance &operator=(ozAppearance const &other);
 
   ozTexture *getTexture() { return read(0, _gfx.texture); }
   void setTexture(ozTexture *texture);
@@ -75,6 +75,9 @@ private:
   friend class ozContext; // merges appearances, and makes one that sets everything
 
   void init();
+  void take(ozAppearance const &other);
+  void referAll();
+  void unreferAll();
   void merge(ozAppearance &over, ozAppearance &under);
   template <class T>
   void storeCounted(short id, T *&member, T *value);

@@ -1,6 +1,8 @@
 #ifndef OZ_FIELD_ACCESS_H
 #define OZ_FIELD_ACCESS_H
 
+#include "oz/ozSFByte.h"
+
 /// @file
 /// The accessors of fields, written once. Each line declares and defines getX and setX of one field inside a container
 /// class: a getter brings the field up to date and reads the member, a setter stores and tells of the change. No setter

@@ -41,17 +41,16 @@ protected:
   /// Sends the light's parameters to OpenGL light 0 to 7, under the current modelview matrix.
   virtual void define(int light) = 0;
 
-  /// The colour times a factor, with a fourth component of 1.
-  ozVec4f scaledColor(float factor) const;
-  /// The colour times the intensity, or in the old mode what that held instead: `old` in all three components.
-  ozVec4f specularColor(float old) const;
+  /// What each define() comes down to: sends all parameters of a light. `oldSpecular` is the specular light of the old
+  /// mode; without a spot direction none is sent. Angles are degrees.
+  void send(int light, ozVec4f const &position, float oldSpecular, ozVec3f const &attenuation,
+            ozVec3f const *spotDirection = nullptr, float cutOffAngle = 180.0f, float exponent = 0.0f) const;
   float intensity() const { return _intensity; }
-  float ambientIntensity() const { return _ambientIntensity; }
 
   ozObjectId _glId;
 
 private:
-  void defineIn(int slot, int match, bool dirty, ozMatrix4f const *matrix, ozContext *context);
+  bool needsDefinition(int slot, int match, ozContext *context);
 
   static unsigned char useNewLighting;
 
@@ -96,10 +95,10 @@ public:
 protected:
   void fieldChanged(short id) override;
   void define(int light) override;
+  /// As ozLight::send, with location and attenuation of this light.
+  void sendPoint(int light, float oldSpecular, ozVec3f const *spotDirection, float cutOffAngle, float exponent) const;
 
 private:
-  friend class ozSpotLight;
-
   ozVec3f _location;
   float _radius;
   ozVec3f _attenuation;

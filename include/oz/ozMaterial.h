@@ -4,7 +4,6 @@
 #include "oz/ozClass.h"
 #include "oz/ozFieldAccess.h"
 #include "oz/ozObjectId.h"
-#include "oz/ozSFByte.h"
 
 class ozContext;
 

@@ -1,0 +1,88 @@
+#include "oz/ozMaterial.h"
+
+#include <GL/gl.h>
+
+#include "gfx/ozStipple.h"
+#include "oz/ozContext.h"
+
+OZ_DEFINE_INSTANCES(ozMaterial)
+OZ_DEFINE_TYPE_AFTER(ozMaterial, "Material", ozContainer, ozContext) {
+  ozSFFloat::addTypeField(type, "ambientIntensity", 0, 0.2f, &ozMaterial::_ambientIntensity);
+  ozSFVec3f::addTypeField(type, "ambientColor", 1, ozVec3f(0.16f, 0.16f, 0.16f), &ozMaterial::_ambientColor);
+  ozSFVec3f::addTypeField(type, "diffuseColor", 2, ozVec3f(0.8f, 0.8f, 0.8f), &ozMaterial::_diffuseColor);
+  ozSFVec3f::addTypeField(type, "specularColor", 3, ozVec3f(0, 0, 0), &ozMaterial::_specularColor);
+  ozSFVec3f::addTypeField(type, "emissiveColor", 4, ozVec3f(0, 0, 0), &ozMaterial::_emissiveColor);
+  ozSFShort::addTypeField(type, "ambientIndex", 5, 0, &ozMaterial::_ambientIndex);
+  ozSFShort::addTypeField(type, "diffuseIndex", 6, 0, &ozMaterial::_diffuseIndex);
+  ozSFShort::addTypeField(type, "specularIndex", 7, 0, &ozMaterial::_specularIndex);
+  ozSFFloat::addTypeField(type, "shininess", 8, 0.2f, &ozMaterial::_shininess);
+  ozSFFloat::addTypeField(type, "transparency", 9, 0.0f, &ozMaterial::_transparency);
+  ozBuildDither();
+}
+
+ozMaterial::ozMaterial(ozType *type) : ozContainer(type) { initFieldDefaults(_ClassType); }
+ozMaterial::~ozMaterial() {
+  ozContext::forget(this);
+  destroyFieldContents(_ClassType);
+}
+
+void ozMaterial::setShininess(float shininess) {
+  float const least = 0.0078125f, most = 1.0f;
+  store(8, _shininess, shininess < least ? least : shininess > most ? most : shininess);
+}
+
+static float luminance(ozVec3f const &color) { return 0.3f * color[0] + 0.59f * color[1] + 0.11f * color[2]; }
+
+void ozMaterial::fieldChanged(short id) {
+  if (id < _ClassType->getAncestorFieldCount()) {
+    ozContainer::fieldChanged(id);
+    return;
+  }
+  _glId.changed();
+  if (id == 0) {
+    _ambientColor.scale(_ambientIntensity, _diffuseColor);
+    touchField(1);
+  } else if (id == 1) {
+    float const whole = luminance(_diffuseColor);
+    bool const black = whole > -OZ_TINY_EPSILON && whole < OZ_TINY_EPSILON;
+    _ambientIntensity = black ? 0.0f : luminance(_ambientColor) / whole;
+    touchField(0);
+  }
+  touchField(id); // a new diffuse colour leaves the ambient one alone: meant so
+}
+
+static void sendColor(unsigned int face, unsigned int name, ozVec3f const &color, float alpha) {
+  float const values[4] = {color[0], color[1], color[2], alpha};
+  glMaterialfv(face, name, values);
+}
+
+void ozMaterial::drawColors(unsigned int face, float alpha, float specularAlpha, float emissiveAlpha) {
+  sendColor(face, GL_AMBIENT, _ambientColor, alpha);
+  sendColor(face, GL_DIFFUSE, _diffuseColor, alpha);
+  sendColor(face, GL_SPECULAR, _specularColor, specularAlpha);
+  sendColor(face, GL_EMISSION, _emissiveColor, emissiveAlpha);
+}
+
+void ozMaterial::draw(FaceEnum face, ozContext *context) {
+  cleanFields();
+  bool const dirty = _glId.isDirty(context);
+  // The context stores a material ahead of drawing it: what it draws itself always goes on.
+  if (context->getMaterial() != this && context->getBackMaterial() != this && !dirty) return;
+
+  unsigned int const glFace = face != FRONT ? GL_BACK : GL_FRONT;
+  if (context->getColorMode() != ozContext::RGBA_COLOR) {
+    int const indexes[3] = {_ambientIndex, _diffuseIndex, _specularIndex};
+    glMaterialiv(glFace, GL_COLOR_INDEXES, indexes);
+    return;
+  }
+  ozContext::TranspModeEnum const mode = context->getTranspMode();
+  if (context->getTranspEnable() && (mode == ozContext::FAST_TRANSP || mode == ozContext::SCREEN_DOOR_TRANSP)) {
+    drawColors(glFace, 1.0f, 1.0f, 1.0f);
+    if (unsigned int const *pattern = ozCoarseStipple(_transparency))
+      glPolygonStipple(reinterpret_cast<GLubyte const *>(pattern));
+  } else {
+    float const alpha = 1.0f - _transparency;
+    drawColors(glFace, alpha, 1.0f, alpha);
+  }
+  glMaterialf(glFace, GL_SHININESS, _shininess * 128.0f);
+}
