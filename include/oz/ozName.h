@@ -46,7 +46,7 @@ public:
   int operator!() const { return _entry->isEmpty(); }
 
   /// Prints the text in double quotes, nothing in it escaped.
-  void write(ozOutput *);
+  void write(ozOutput *) const;
 
   friend bool operator==(ozName const &a, ozName const &b) { return a._entry == b._entry; }
   friend bool operator!=(ozName const &a, ozName const &b) { return a._entry != b._entry; }

@@ -31,12 +31,12 @@ public:
   /// Frees the text and makes the string null.
   void makeEmpty();
 
-  unsigned int hash() { return hash(_text); }
+  unsigned int hash() const { return hash(_text); }
   /// A 32-bit hash of a text; 0 for null or empty.
   static unsigned int hash(char const *);
 
   /// Prints the text in double quotes, nothing in it escaped; (null) for a null string.
-  void write(ozOutput *);
+  void write(ozOutput *) const;
 
   /// Whether both have the same characters; null counts as "".
   unsigned char isEqual(char const *text) const { return strcmp(_text ? _text : "", text ? text : "") == 0; }

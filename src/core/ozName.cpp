@@ -1,5 +1,7 @@
 #include "oz/ozName.h"
 
+#include "oz/ozOutput.h"
+
 #include <new>
 #include <stdlib.h>
 
@@ -54,3 +56,5 @@ ozNameEntry const *ozNameEntry::insert(char const *text) {
   if (!entry) return &_Empty;
   return head = entry;
 }
+
+void ozName::write(ozOutput *out) const { fprintf(out->getFile(), "\"%s\"", getString()); }

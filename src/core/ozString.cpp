@@ -1,5 +1,7 @@
 #include "oz/ozString.h"
 
+#include "oz/ozOutput.h"
+
 #include <stdlib.h>
 
 char *ozString::duplicate(char const *text) { return text ? strdup(text) : nullptr; }
@@ -37,4 +39,9 @@ unsigned int ozString::hash(char const *text) {
     if (shift > 24) shift -= 24;
   }
   return h;
+}
+
+void ozString::write(ozOutput *out) const {
+  if (_text) fprintf(out->getFile(), "\"%s\"", _text);
+  else fputs("(null)", out->getFile());
 }
