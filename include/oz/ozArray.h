@@ -42,7 +42,7 @@ public:
   unsigned int getOffset() const { return _offset; }
   /// The shared data; null for an owned block.
   ozData *getData() const { return _data; }
-  void *getArray() const { return _array; }
+  char *getArray() const { return _array; }
 
 protected:
   explicit ozArray(unsigned int elementSize);
