@@ -9,10 +9,8 @@ template <class Array> class ValueArray : public testing::Test {};
 TYPED_TEST_SUITE(ValueArray, AllValueArrays);
 
 #define USING_ARRAY                                                                                                    \
-  typedef Tested<TypeParam> Array;                                                                                     \
-  typedef ElementOf<TypeParam> T;                                                                                      \
-  (void)sizeof(Array);                                                                                                 \
-  (void)sizeof(T)
+  using Array [[maybe_unused]] = Tested<TypeParam>;                                                                    \
+  using T [[maybe_unused]] = ElementOf<TypeParam>
 
 TYPED_TEST(ValueArray, StartsEmptyWithRoomFor16) {
   USING_ARRAY;
