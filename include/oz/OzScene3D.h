@@ -27,6 +27,7 @@
 #include "oz/ozDList.h"
 #include "oz/ozDrawAction.h"
 #include "oz/ozEnvironment.h"
+#include "oz/ozEvent.h"
 #include "oz/ozField.h"
 #include "oz/ozFieldAccess.h"
 #include "oz/ozFieldInfoArray.h"
@@ -85,5 +86,6 @@
 #include "oz/ozVec2f.h"
 #include "oz/ozVecBase.h"
 #include "oz/ozVFCullAction.h"
+#include "oz/ozWindow.h"
 
 #endif
