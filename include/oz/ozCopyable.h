@@ -21,17 +21,4 @@ OZ_API void ozCopyFields(ozType *level, ozContainer *fresh, ozContainer const *f
 /// Sets the fields of one class level from those of another object.
 OZ_API void ozAssignFields(ozType *level, ozContainer *to, ozContainer const *from);
 
-/// Defines both for a class that has nothing to copy but its fields.
-#define OZ_DEFINE_COPIES(Class, Parent)                                                                                \
-  Class::Class(Class const &other) : Parent(other) {                                                                   \
-    initFieldDefaults(_ClassType);                                                                                     \
-    ozCopyFields(_ClassType, this, &other);                                                                            \
-  }                                                                                                                    \
-  Class &Class::operator=(Class const &other) {                                                                        \
-    if (this == &other) return *this;                                                                                  \
-    Parent::operator=(other);                                                                                          \
-    ozAssignFields(_ClassType, this, &other);                                                                          \
-    return *this;                                                                                                      \
-  }
-
 #endif

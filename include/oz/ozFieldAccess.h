@@ -25,6 +25,11 @@
   void get##Name(T &value) { value = read(id, member); }                                                               \
   void set##Name(T const &value) { store(id, member, value); }
 
+/// A reference field: `T *getX()`, `setX(T *)`.
+#define OZ_REF_ACCESS(T, Name, id, member)                                                                             \
+  T *get##Name() { return read(id, member); }                                                                          \
+  void set##Name(T *value) { storeRef(id, member, value); }
+
 /// A field of a vector of three floats: by reference, and component by component.
 #define OZ_VEC3F_ACCESS(Name, id, member)                                                                              \
   OZ_CLASS_ACCESS(ozVec3f, Name, id, member)                                                                           \

@@ -2,6 +2,7 @@
 #define OZ_GEO_SET_H
 
 #include "oz/ozCoordSet.h"
+#include "oz/ozFieldAccess.h"
 #include "oz/ozGeometry.h"
 #include "oz/ozSFRef.h"
 
@@ -41,45 +42,22 @@ public:
   virtual void getPrimFaceNormBB(int prim, int first, int len, ozVec3f &min, ozVec3f &max);
 
   /// The number of primitives, 0 by default; independent of any array of lengths.
-  int getPrimCount();
-  void setPrimCount(int count);
+  OZ_VALUE_ACCESS(int, PrimCount, 2, _primCount)
   /// How often a normal is sent. Without a normal set there is none, whatever this says. NO_NORMAL by default.
-  NormalBindEnum getNormalBind();
-  void setNormalBind(NormalBindEnum bind);
-  ColorBindEnum getColorBind();
-  void setColorBind(ColorBindEnum bind);
-  TexCoordBindEnum getTexCoordBind();
-  void setTexCoordBind(TexCoordBindEnum bind);
+  OZ_ENUM_ACCESS(NormalBindEnum, NormalBind, 3, _normalBind)
+  OZ_ENUM_ACCESS(ColorBindEnum, ColorBind, 4, _colorBind)
+  OZ_ENUM_ACCESS(TexCoordBindEnum, TexCoordBind, 5, _texCoordBind)
   // The attribute sets and the indices into them; null by default. A set without coordinates draws nothing.
-  ozCoordSet *getCoordSet();
-  void setCoordSet(ozCoordSet *set);
-  ozNormalSet *getNormalSet();
-  void setNormalSet(ozNormalSet *set);
-  ozColorSet *getColorSet();
-  void setColorSet(ozColorSet *set);
-  ozTexCoordSet *getTexCoordSet();
-  void setTexCoordSet(ozTexCoordSet *set);
-  ozIndexSet *getCoordIndexSet();
-  void setCoordIndexSet(ozIndexSet *set);
-  ozIndexSet *getNormalIndexSet();
-  void setNormalIndexSet(ozIndexSet *set);
-  ozIndexSet *getColorIndexSet();
-  void setColorIndexSet(ozIndexSet *set);
-  ozIndexSet *getTexCoordIndexSet();
-  void setTexCoordIndexSet(ozIndexSet *set);
+  OZ_REF_ACCESS(ozCoordSet, CoordSet, 6, _coordSet)
+  OZ_REF_ACCESS(ozNormalSet, NormalSet, 7, _normalSet)
+  OZ_REF_ACCESS(ozColorSet, ColorSet, 8, _colorSet)
+  OZ_REF_ACCESS(ozTexCoordSet, TexCoordSet, 9, _texCoordSet)
+  OZ_REF_ACCESS(ozIndexSet, CoordIndexSet, 10, _coordIndexSet)
+  OZ_REF_ACCESS(ozIndexSet, NormalIndexSet, 11, _normalIndexSet)
+  OZ_REF_ACCESS(ozIndexSet, ColorIndexSet, 12, _colorIndexSet)
+  OZ_REF_ACCESS(ozIndexSet, TexCoordIndexSet, 13, _texCoordIndexSet)
   /// Which faces are not drawn and not hit; BACK_CULL by default. Until it is set, drawing takes the context's default.
-  ozContext::CullFaceEnum getCullFace();
-  void setCullFace(ozContext::CullFaceEnum cullFace);
-
-  // The same with a plain int.
-  int getNormalBindHack() { return getNormalBind(); }
-  void setNormalBindHack(int bind) { setNormalBind(static_cast<NormalBindEnum>(bind)); }
-  int getColorBindHack() { return getColorBind(); }
-  void setColorBindHack(int bind) { setColorBind(static_cast<ColorBindEnum>(bind)); }
-  int getTexCoordBindHack() { return getTexCoordBind(); }
-  void setTexCoordBindHack(int bind) { setTexCoordBind(static_cast<TexCoordBindEnum>(bind)); }
-  int getCullFaceHack() { return getCullFace(); }
-  void setCullFaceHack(int cullFace) { setCullFace(static_cast<ozContext::CullFaceEnum>(cullFace)); }
+  OZ_ENUM_ACCESS(ozContext::CullFaceEnum, CullFace, 14, _cullFace)
 
   // Culling of back primitives: each primitive is tested as a whole, ahead of OpenGL, while the draw action's culling mode
   // is on and the data have been built.
@@ -181,32 +159,35 @@ protected:
   /// Sends the primitives; with cull, those that pass its test. To be called between openDraw and nothing else.
   void drawPrims(ozGLAttrSet &attrs, Kind const &kind, ozIntArray const *lengths, ozDrawAction *cull);
 
-  /// Reads coordinates as drawing does, through the index if there is one.
-  struct CoordReader {
+  /// Reads vectors as drawing does: through an index, if there is one, and with the stride of the array.
+  struct VecReader {
+    /// Nothing is there to read from a set that is null or does not hold vectors of three floats.
+    VecReader(ozContainer *set, ozIndexSet *indexSet);
+
     char const *data;
     unsigned int stride;
-    unsigned int coordCount;
+    unsigned int vecCount;
     int const *index;
-    unsigned int count; ///< of vertices, indexed or not
+    unsigned int count; ///< of entries, indexed or not
 
-    ozVec3f const &at(unsigned int coord) const {
-      return *reinterpret_cast<ozVec3f const *>(data + static_cast<size_t>(stride) * coord);
+    ozVec3f const &vec(unsigned int i) const {
+      return *reinterpret_cast<ozVec3f const *>(data + static_cast<size_t>(stride) * i);
     }
-    /// Whether vertex v exists; if so, its place in the coordinates.
-    bool find(unsigned int v, unsigned int &coord) const {
-      if (v >= count) return false;
-      coord = index ? static_cast<unsigned int>(index[v]) : v;
-      return coord < coordCount;
-    }
-    /// The vertex; null if it does not exist.
-    ozVec3f const *get(unsigned int v) const {
-      unsigned int coord;
-      return find(v, coord) ? &at(coord) : nullptr;
+    /// Entry i; null if it does not exist.
+    ozVec3f const *get(unsigned int i) const {
+      if (i >= count) return nullptr;
+      unsigned int const at = index ? static_cast<unsigned int>(index[i]) : i;
+      return at < vecCount ? &vec(at) : nullptr;
     }
   };
-  CoordReader readCoords();
+  VecReader readCoords() const { return VecReader(_coordSet, _coordIndexSet); }
   /// Whether the indices that are drawn lie within their sets. Tested once a change, with a message when they do not.
   bool hasWholeIndices(Kind const &kind, ozIntArray const *lengths);
+  /// Tests the triangles of all primitives, with cull; split(prim, len, triangle) calls triangle(a, b, c, primIndex) for
+  /// each, by the position of the vertices in the primitive, and returns how many vertices the primitive takes.
+  template <class Split>
+  int isectPrims(ozIsectAction *action, Kind const &kind, ozIntArray const *lengths, ozContext::CullFaceEnum cull,
+                 Split split);
 
   // The parts of buildBPCullData.
   void bpcBuildDataPrim(int prim, int first, int len, ozVec3f &point, ozVec3f &center, float &delta);
@@ -214,6 +195,8 @@ protected:
   void getNormBB(int prim, int first, int len, ozVec3f &min, ozVec3f &max);
   void getPrimNormBB(int prim, int first, int len, ozVec3f &min, ozVec3f &max);
   float getNormBBDelta(ozVec3f const &min, ozVec3f const &max, ozVec3f const &center);
+  /// Grows the box by the normal of a triangle of three vertices, if it has one; `any` says whether it has begun.
+  void addFaceNormal(VecReader const &coords, int a, int b, int c, ozVec3f &min, ozVec3f &max, bool &any);
   /// The unit normal of a triangle; returns whether it has one.
   unsigned char getTriNormal(ozVec3f const &a, ozVec3f const &b, ozVec3f const &c, float &x, float &y, float &z);
 
@@ -247,18 +230,21 @@ protected:
 
 private:
   friend class ozPrimDrawer;
+  friend struct ozListDraw;
 
-  /// How far the sets reach: what may be drawn. Worked out once a change.
+  /// How far the sets reach: what may be drawn. Holds while the counts of everything that it was worked out from do.
   struct Reach {
-    unsigned int edits;
-    unsigned int counts[9];
+    enum { KEYS = 15 };
+    unsigned int keys[KEYS];
     int prims;
-    unsigned char known;
-    unsigned char whole;
+    bool known;
+    bool whole; // no index lies outside its set
   };
+  void findReach(Kind const &kind, ozIntArray const *lengths);
+  void workOutReach(Kind const &kind, ozIntArray const *lengths);
 
   int _bpcCount;       // entries in the culling arrays
-  unsigned int _edits; // counts changes of this set and its coordinates
+  unsigned int _edits; // counts changes of this set's fields
   Reach _reach;
 };
 

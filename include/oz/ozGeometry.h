@@ -4,6 +4,7 @@
 #include "oz/ozBound.h"
 #include "oz/ozContext.h"
 #include "oz/ozCopyable.h"
+#include "oz/ozFieldAccess.h"
 #include "oz/ozPlane.h"
 
 class ozCompileAction;
@@ -38,8 +39,7 @@ public:
   virtual void compile(ozCompileAction *action);
 
   /// DYNAMIC by default.
-  BoundModeEnum getBoundMode();
-  void setBoundMode(BoundModeEnum mode);
+  OZ_VALUE_ACCESS(BoundModeEnum, BoundMode, 1, _boundMode)
   /// Brings the bound up to date and copies its numbers.
   void getBoxBound(ozBoxBound &bound);
   /// Stores a bound. In mode DYNAMIC the next change of the geometry replaces it.

@@ -18,10 +18,11 @@ public:
   void beginDraw(ozGLAttrSet &attrs, ozContext *context) override;
 
   /// In pixels, 1 by default.
-  float getWidth();
-  void setWidth(float width);
+  OZ_VALUE_ACCESS(float, Width, 15, _width)
 
 protected:
+  static Kind const PrimKind;
+
   void fieldChanged(short id) override;
   void drawWithBpc(ozDrawAction *action);
   void drawWithoutBpc(ozDrawAction *action);

@@ -24,10 +24,11 @@ public:
   /// The number of vertices of each strip. primCount says how many strips are drawn.
   ozMFInt *stripLength() const { return _stripLength; }
   /// In pixels, 1 by default.
-  float getWidth();
-  void setWidth(float width);
+  OZ_VALUE_ACCESS(float, Width, 16, _width)
 
 protected:
+  static Kind const PrimKind;
+
   void fieldChanged(short id) override;
   void init();
   void drawWithBpc(ozDrawAction *action);

@@ -18,10 +18,11 @@ public:
   void beginDraw(ozGLAttrSet &attrs, ozContext *context) override;
 
   /// In pixels, 1 by default.
-  float getSize();
-  void setSize(float size);
+  OZ_VALUE_ACCESS(float, Size, 15, _size)
 
 protected:
+  static Kind const PrimKind;
+
   void fieldChanged(short id) override;
   void drawWithBpc(ozDrawAction *action);
   void drawWithoutBpc(ozDrawAction *action);

@@ -22,6 +22,8 @@ public:
   ozMFInt *polyLength() const { return _polyLength; }
 
 protected:
+  static Kind const PrimKind;
+
   void fieldChanged(short id) override;
   void init();
   void drawWithBpc(ozDrawAction *action);

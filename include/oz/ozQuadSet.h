@@ -19,6 +19,8 @@ public:
   void getPrimFaceNormBB(int prim, int first, int len, ozVec3f &min, ozVec3f &max) override;
 
 protected:
+  static Kind const PrimKind;
+
   void drawWithBpc(ozDrawAction *action);
   void drawWithoutBpc(ozDrawAction *action);
   /// Which diagonal the culling data split a quadrilateral along: 1 from p1 to p3, 0 from p0 to p2.

@@ -24,6 +24,10 @@ public:
   ozMFInt *fanLength() const { return _fanLength; }
 
 protected:
+  static Kind const PrimKind;
+
+  friend struct ozListDraw;
+
   void fieldChanged(short id) override;
   void init();
   void drawGeometry(ozGLAttrSet &attrs, ozDrawAction *action);

@@ -19,6 +19,8 @@ public:
   void getPrimFaceNormBB(int prim, int first, int len, ozVec3f &min, ozVec3f &max) override;
 
 protected:
+  static Kind const PrimKind;
+
   void drawWithBpc(ozDrawAction *action);
   void drawWithoutBpc(ozDrawAction *action);
 };

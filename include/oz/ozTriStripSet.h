@@ -24,6 +24,10 @@ public:
   ozMFInt *stripLength() const { return _stripLength; }
 
 protected:
+  static Kind const PrimKind;
+
+  friend struct ozListDraw;
+
   void fieldChanged(short id) override;
   void init();
   void drawGeometry(ozGLAttrSet &attrs, ozDrawAction *action);

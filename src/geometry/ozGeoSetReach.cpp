@@ -1,0 +1,132 @@
+// How far a set may be drawn. Counts that are too large, lengths that are too few and indices that lead nowhere are met
+// here, once a change and outside of all vertex loops: what is whole is drawn, and a set with a bad index not at all.
+
+#include <limits.h>
+#include <stdio.h>
+#include <string.h>
+
+#include "oz/ozGeoSet.h"
+
+namespace {
+
+template <class Array>
+unsigned int inUse(Array &array) {
+  unsigned int const count = array.getCount(), size = array.getSize();
+  return count < size ? count : size; // shrinking an array can leave its count above its size
+}
+
+// The number of elements of an attribute set, all of which keep them in field 0. One of the application's own that does
+// not has to hold enough.
+unsigned int elementCount(ozContainer *set) {
+  ozField *const field = set->getType()->getFieldInfoCount() > 0 ? set->getField(0) : nullptr;
+  if (!field || !field->getType()->isDerivedFrom(ozMField::getClassType())) return UINT_MAX;
+  return inUse(*static_cast<ozMField *>(field));
+}
+
+enum FrequencyEnum { NEVER, OVERALL, PER_PRIM, PER_VERTEX };
+
+// One attribute of the set.
+struct Source {
+  int frequency;
+  unsigned int elements;
+  ozIndexSet *indexSet;
+  unsigned int indices;
+
+  Source(ozContainer *set, ozIndexSet *index, int bound)
+      : frequency(set ? bound : static_cast<int>(NEVER)), elements(0), indexSet(index), indices(0) {
+    if (frequency == NEVER) return;
+    elements = elementCount(set);
+    if (index) indices = inUse(*index->index());
+  }
+  // How many times the attribute can be sent.
+  unsigned int available() const { return indexSet ? indices : elements; }
+  bool isWhole(unsigned int used) const {
+    if (!indexSet) return true;
+    int const *const index = indexSet->index()->edit();
+    for (unsigned int i = 0; i < used; ++i)
+      if (static_cast<unsigned int>(index[i]) >= elements) return false;
+    return true;
+  }
+};
+
+} // namespace
+
+void ozGeoSet::findReach(Kind const &kind, ozIntArray const *lengths) {
+  auto const elements = [](ozContainer *set, int bound) { return set && bound ? elementCount(set) : 0; };
+  auto const indices = [](ozIndexSet *set) { return set ? inUse(*set->index()) : 0; };
+  auto const edits = [](ozIndexSet *set) { return set ? set->_edits : 0; };
+  unsigned int const keys[Reach::KEYS] = {
+      _edits,
+      lengths ? inUse(*lengths) : 0,
+      static_cast<unsigned int>(_primCount),
+      elements(_coordSet, 1),
+      elements(_normalSet, _normalBindNow),
+      elements(_colorSet, _colorBindNow),
+      elements(_texCoordSet, _texCoordBindNow),
+      indices(_coordIndexSet),
+      indices(_normalIndexSet),
+      indices(_colorIndexSet),
+      indices(_texCoordIndexSet),
+      edits(_coordIndexSet),
+      edits(_normalIndexSet),
+      edits(_colorIndexSet),
+      edits(_texCoordIndexSet),
+  };
+  if (_reach.known && !memcmp(keys, _reach.keys, sizeof keys)) return;
+  memcpy(_reach.keys, keys, sizeof keys);
+  _reach.known = true;
+  workOutReach(kind, lengths);
+  if (!_reach.whole)
+    fprintf(stderr, "%s \"%s\": an index is out of range, nothing is drawn\n", getType()->getName(),
+            getName() ? getName() : "");
+}
+
+void ozGeoSet::workOutReach(Kind const &kind, ozIntArray const *lengths) {
+  Source const sources[] = {
+      Source(_coordSet, _coordIndexSet, PER_VERTEX),
+      Source(_normalSet, _normalIndexSet, _normalBindNow),
+      Source(_colorSet, _colorIndexSet, _colorBindNow),
+      Source(_texCoordSet, _texCoordIndexSet, _texCoordBindNow ? PER_VERTEX : NEVER),
+  };
+  // The most primitives and vertices that all attributes can serve.
+  unsigned int prims = _primCount > 0 ? static_cast<unsigned int>(_primCount) : 0, verts = INT_MAX;
+  if (lengths && inUse(*lengths) < prims) prims = inUse(*lengths);
+  for (Source const &source : sources) {
+    unsigned int const available = source.available();
+    if (source.frequency == OVERALL && !available) prims = 0;
+    if (source.frequency == PER_PRIM && available < prims) prims = available;
+    if (source.frequency == PER_VERTEX && available < verts) verts = available;
+  }
+
+  unsigned int used = 0;
+  if (lengths) {
+    int const least = getDrawPath() == IMMEDIATE_PATH ? kind.least : 0;
+    unsigned int prim = 0;
+    for (; prim < prims; ++prim) {
+      int const length = (*lengths)[prim];
+      unsigned int const taken = static_cast<unsigned int>(length < 0 ? 0 : length < least ? least : length);
+      if (taken > verts - used) break;
+      used += taken;
+    }
+    prims = prim;
+  } else {
+    unsigned int const len = static_cast<unsigned int>(kind.len);
+    if (verts / len < prims) prims = verts / len;
+    used = prims * len;
+  }
+
+  _reach.prims = static_cast<int>(prims);
+  _reach.whole = true;
+  for (Source const &source : sources) {
+    unsigned int const needed = source.frequency == PER_VERTEX ? used
+                                : source.frequency == PER_PRIM ? prims
+                                : source.frequency == OVERALL  ? (prims ? 1 : 0)
+                                                               : 0;
+    if (needed && !source.isWhole(needed)) _reach.whole = false;
+  }
+}
+
+bool ozGeoSet::hasWholeIndices(Kind const &kind, ozIntArray const *lengths) {
+  findReach(kind, lengths);
+  return _reach.whole;
+}
