@@ -5,6 +5,7 @@
 
 #include <GL/gl.h>
 
+#include "gfx/ozStipple.h"
 #include "oz/ozData.h"
 #include "oz/ozGeoSet.h"
 #include "oz/ozMaterial.h"
@@ -26,11 +27,9 @@ inline void sendNext(ozGLAttr &attr) {
 // The fourth float is taken at the data cursor, never through the index, and whether or not the colours have four. It
 // counts as transparency: 1 picks the empty pattern. All of it meant so.
 void setStipple(ozGLAttr const &color) {
-  float a;
-  memcpy(&a, color.data + 3 * sizeof(float), sizeof a);
-  a = a > 0.0f ? (a < 1.0f ? a : 1.0f) : 0.0f;
-  int const pattern = static_cast<int>((1.0 - a) * 1024.0 + 0.5);
-  glPolygonStipple(reinterpret_cast<GLubyte const *>(ozMaterial::_ditherMatrix[pattern]));
+  float alpha;
+  memcpy(&alpha, color.data + 3 * sizeof(float), sizeof alpha);
+  glPolygonStipple(reinterpret_cast<GLubyte const *>(ozDitherStipple(alpha)));
 }
 
 // For a set (ADVANCE false) or a primitive: the normal, then the colour.
