@@ -293,8 +293,9 @@ TEST_F(TriIsect, AgreesWithArithmeticInDoubleOnManyRays) {
     aim(action, origin, direction, 1000);
     int const hit = plain->isectTri(&action, p[0], p[1], p[2], ozContext::NO_CULL, 0);
     EXPECT_EQ(hit, edge > 0 ? 1 : 0);
-    if (hit) EXPECT_NEAR(action.hit.distance, t, 1e-3);
-    hits += hit;
+    if (!hit) continue;
+    EXPECT_NEAR(action.hit.distance, t, 1e-3);
+    ++hits;
   }
   EXPECT_GT(hits, 20);
 }
