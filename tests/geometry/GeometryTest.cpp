@@ -269,8 +269,9 @@ TEST_F(TriIsect, AgreesWithArithmeticInDoubleOnManyRays) {
   };
   int hits = 0;
   for (int i = 0; i < 2000; ++i) {
-    ozVec3f p[3], origin(random() * 3, random() * 3, random() * 3), direction(random(), random(), random());
+    ozVec3f p[3], origin(random() * 3, random() * 3, random() * 3), direction;
     for (ozVec3f &corner : p) corner.set(random(), random(), random());
+    direction.sub(ozVec3f(random() / 2, random() / 2, random() / 2), origin);
     direction.normalize();
     // Moller and Trumbore, with doubles.
     double e1[3], e2[3], d[3], t0[3], h[3], q[3];
