@@ -66,7 +66,8 @@ void ozCoordSet::fieldChanged(short id) {
 
 // Room for elements behind the last one, which a view on shared data cannot be given.
 static void keepSlack(ozArray &values, unsigned int slack) {
-  if (values.getSize() < values.getCount() + slack && !values.getData()) values.setSize(values.getCount() + slack);
+  if (slack && values.getSize() < values.getCount() + slack && !values.getData())
+    values.setSize(values.getCount() + slack);
 }
 
 OZ_DEFINE_ATTRIBUTE_SET(ozCoordSet3f, "CoordSet3f", ozCoordSet, ozMFVec3f, "point", glVertex3fv, GL_FLOAT, 3, 0)

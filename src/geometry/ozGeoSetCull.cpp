@@ -55,6 +55,9 @@ void ozGeoSet::buildBPCullData() {
 }
 
 void ozGeoSet::bpcBuildDataPrim(int prim, int first, int len, ozVec3f &point, ozVec3f &center, float &delta) {
+  unsigned int const count = readCoords().count, begin = static_cast<unsigned int>(first);
+  unsigned int const there = begin < count ? count - begin : 0;
+  if (len > 0 && static_cast<unsigned int>(len) > there) len = static_cast<int>(there);
   point = getRefPoint(prim, first, len);
   ozVec3f min, max;
   getNormBB(prim, first, len, min, max);
