@@ -93,7 +93,13 @@ ClassType const Classes[] = {
     ozAction::getClassType,
     ozDrawAction::getClassType,
     ozIsectAction::getClassType,
+    ozSoundAction::getClassType,
     ozHit::getClassType,
+    ozNode::getClassType,
+    ozShape::getClassType,
+    ozGroup::getClassType,
+    ozCollision::getClassType,
+    ozTransform::getClassType,
 };
 
 } // namespace

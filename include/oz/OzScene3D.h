@@ -71,6 +71,7 @@
 #include "oz/ozSFRef.h"
 #include "oz/ozShape.h"
 #include "oz/ozSList.h"
+#include "oz/ozSoundAction.h"
 #include "oz/ozString.h"
 #include "oz/ozStringDict.h"
 #include "oz/ozTexGen.h"

@@ -107,6 +107,8 @@ protected:
   void notifyParents(short id);
   /// Marks a derived field as stale and tells the parents, once.
   void propagateSideEffect(short id);
+  /// Takes the mark back without a word: the derived field was stored, and there is nothing to compute.
+  void settleSideEffect(short id) { _sideEffectMask &= ~wideBit(id); }
 
   void addParent(ozContainer *parent);
   /// Takes out one entry. With one parent: 0 if it was it, -1 if not. With several: 1 if it was found, 0 if not.

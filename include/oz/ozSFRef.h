@@ -142,6 +142,7 @@ private:
   ozRefArray &array() const { return *static_cast<ozRefArray *>(_array); }
   unsigned int releaseRange(unsigned int start, unsigned int end);
   void releaseFrom(unsigned int n);
+  void clearUpTo(unsigned int was);
 
   unsigned char _ownArray;
 };

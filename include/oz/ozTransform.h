@@ -75,12 +75,33 @@ protected:
   void transformPushMatrix(ozTransformAction *action);
 
 private:
-  void init();
-  void setRotationField(short id, ozRotation &member, float x, float y, float z, float radians);
-  void validateParts(short id);
+  enum KindEnum : int { MOVED = 1, TURNED = 2, SCALED = 4, UNEVEN = 8, GIVEN = 16 };
+  enum StaleEnum : int { MATRIX = 1, INVERSE = 2, PARTS = 4, CHILD_BOX = 8, BOX = 16 };
+
   void updateKind(short id);
-  void freshMatrix();
+  bool isPlain(int kind) const { return _kind == kind && !(_stale & PARTS); }
+  // Nothing marks the parts as out of date: the tests are meant to stay all the same.
+  void freshParts() {
+    if (_stale & PARTS) cleanParts();
+  }
+  void freshMatrix() {
+    if (_stale & MATRIX) cleanMatrix();
+  }
+  void freshInverse();
+  template <class T>
+  T const &readPart(short id, T const &member) {
+    freshParts();
+    return read(id, member);
+  }
+  template <class T>
+  void storePart(short id, T &member, T const &value) {
+    freshParts();
+    store(id, member, value);
+  }
+  void multInto(ozTransformAction *action);
   void drawPopMatrix(ozDrawAction *action);
+  template <class Loop>
+  ozTravDirective visitMoved(ozTransformAction *action, Loop loop);
   static bool isOglStackFull(ozDrawAction *action);
 
   static int _maxOglStackDepth;
@@ -90,12 +111,12 @@ private:
   ozVec3f _scale;
   ozRotation _scaleOrientation;
   ozVec3f _center;
-  int _kind; // how the transform differs from the identity, bit by bit
+  int _kind; // KindEnum: how the transform differs from the identity; 0 spares all work
   ozMatrix4f _matrix;
-  ozMatrix4f _inverse; // for intersection alone
+  ozMatrix4f _inverse;  // for intersection alone
   ozBoxBound _childBox; // around the children, in this node's space
-  int _stale;          // which of all these is out of date, bit by bit
-  bool _singular;      // the matrix has no inverse
+  int _stale;           // StaleEnum
+  bool _singular;       // the matrix has no inverse
   unsigned char _savedNormalize;
   unsigned char _restoreNormalize;
 };

@@ -71,8 +71,14 @@ void ozMFRef::releaseFrom(unsigned int n) {
   while (array().getCount() > n) {
     ozContainer *const dropped = array()[array().getCount() - 1];
     array().removeIndex(array().getCount() - 1);
+    clearUpTo(array().getCount() + 1);
     getParent()->unrefer(dropped);
   }
+}
+
+// Nulls behind the end: a higher count must not bring back what was released.
+void ozMFRef::clearUpTo(unsigned int was) {
+  for (unsigned int i = array().getCount(); i < was; ++i) array().getArray()[i] = nullptr;
 }
 
 void ozMFRef::setCount(unsigned int n) { ozMField::setCount(n); }
@@ -81,8 +87,9 @@ void ozMFRef::set(ozRefArray const &values) {
   for (unsigned int i = 0; i < values.getCount(); ++i)
     if (isBadType(values[i], "ozMFRef::set(const ozRefArray&) Bad type\n")) return;
   for (unsigned int i = 0; i < values.getCount(); ++i) getParent()->refer(values[i]);
-  releaseRange(0, array().getCount());
+  unsigned int const was = releaseRange(0, array().getCount());
   array().set(values);
+  clearUpTo(was);
   finish<ozMFRef>([&](ozMFRef *output) { output->set(values); });
 }
 
@@ -128,6 +135,7 @@ void ozMFRef::insert(unsigned int i, ozContainer *c) {
 
 unsigned char ozMFRef::remove(ozContainer *c) {
   if (!array().remove(c)) return 0;
+  clearUpTo(array().getCount() + 1);
   getParent()->unrefer(c);
   finish<ozMFRef>([=](ozMFRef *output) { output->remove(c); });
   return 1;
@@ -135,6 +143,7 @@ unsigned char ozMFRef::remove(ozContainer *c) {
 
 unsigned char ozMFRef::fastRemove(ozContainer *c) {
   if (!array().fastRemove(c)) return 0;
+  clearUpTo(array().getCount() + 1);
   getParent()->unrefer(c);
   finish<ozMFRef>([=](ozMFRef *output) { output->fastRemove(c); });
   return 1;
@@ -144,6 +153,7 @@ void ozMFRef::removeIndex(unsigned int i) {
   if (i >= array().getCount()) return;
   ozContainer *const dropped = array()[i];
   array().removeIndex(i);
+  clearUpTo(array().getCount() + 1);
   getParent()->unrefer(dropped);
   finish<ozMFRef>([=](ozMFRef *output) { output->removeIndex(i); });
 }
@@ -152,6 +162,7 @@ void ozMFRef::fastRemoveIndex(unsigned int i) {
   if (i >= array().getCount()) return;
   ozContainer *const dropped = array()[i];
   array().fastRemoveIndex(i);
+  clearUpTo(array().getCount() + 1);
   getParent()->unrefer(dropped);
   finish<ozMFRef>([=](ozMFRef *output) { output->fastRemoveIndex(i); });
 }
