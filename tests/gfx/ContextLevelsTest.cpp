@@ -36,6 +36,12 @@ _ozGfx otherValues() {
   return gfx;
 }
 
+// A context sends its own fog once, when the first level ends.
+void settle(ozContext *context) {
+  context->pushState();
+  context->popState();
+}
+
 ozBitMask bit(int i) {
   ozBitMask mask;
   mask.onBit(i);
@@ -104,6 +110,7 @@ TEST_F(ContextTest, AppliesOnlyTheItemsOfTheMask) {
 }
 
 TEST_F(ContextTest, ReturnsToTheLowerLevelWhatAnUpperOneChanged) {
+  settle(context);
   ozContextProbe probe(context);
   context->setLineWidth(2);
   context->pushState();
@@ -123,6 +130,7 @@ TEST_F(ContextTest, ReturnsToTheLowerLevelWhatAnUpperOneChanged) {
 }
 
 TEST_F(ContextTest, LaysTheDefaultStateOverTheLowerLevel) {
+  settle(context);
   context->setLineWidth(2);
   context->pushState();
   context->setLineWidth(5); // a statement of the application, for good
@@ -144,12 +152,22 @@ TEST_F(ContextTest, DoesNotEnterInTheLowerLevelWhatTheDefaultStateLaidOverIt) {
 }
 
 TEST_F(ContextTest, PopsALevelThatChangedNothingWithoutACall) {
+  settle(context);
   context->setLineWidth(2);
   context->setDepthEnable(1);
   context->setTexEnable(1);
   context->pushState();
   GLRecorder rec;
   context->popState();
+  EXPECT_THAT(rec.texts(), IsEmpty());
+}
+
+TEST_F(ContextTest, SendsItsOwnFogWhenTheFirstLevelEnds) {
+  GLRecorder rec;
+  settle(context);
+  EXPECT_EQ(rec.texts().front(), "glFogi(GL_FOG_MODE, GL_EXP)");
+  rec.clear();
+  settle(context);
   EXPECT_THAT(rec.texts(), IsEmpty());
 }
 

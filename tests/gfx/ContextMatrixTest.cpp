@@ -109,6 +109,8 @@ TEST_F(ContextTest, ComparesNormalizingAndTheViewerWithItsOwnBytes) {
 
 TEST_F(ContextTest, KeepsNormalizingAndTheViewerOutsideTheLevels) {
   context->pushState();
+  context->popState();
+  context->pushState();
   context->setNormalizeEnable(1);
   context->setLocalViewer(1);
   GLRecorder rec;
