@@ -79,8 +79,7 @@ private:
   void referAll();
   void unreferAll();
   void merge(ozAppearance &over, ozAppearance &under);
-  template <class T>
-  void storeCounted(short id, T *&member, T *value);
+  template <class T> void storeCounted(short id, T *&member, T *value);
 
   _ozGfx _gfx;
   ozBitMask _setMask;

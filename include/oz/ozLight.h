@@ -9,10 +9,10 @@ class ozContext;
 
 /// Base of the lights.
 ///
-/// A light takes effect in the order of the traversal: it lights what is drawn after it, up to the end of the scope that
-/// holds it, which is an ozEnvironment or the whole traversal; a plain group is no scope. It lies where its node lies in
-/// the graph. Only shapes whose appearance enables lighting are lit. The context decides which of OpenGL's eight lights a
-/// node gets; a ninth one at a time is refused.
+/// A light takes effect in the order of the traversal: it lights what is drawn after it, up to the end of the scope
+/// that holds it, which is an ozEnvironment or the whole traversal; a plain group is no scope. It lies where its node
+/// lies in the graph. Only shapes whose appearance enables lighting are lit. The context decides which of OpenGL's
+/// eight lights a node gets; a ninth one at a time is refused.
 class OZ_API ozLight : public ozNode {
   OZ_ABSTRACT_CLASS(ozLight);
 

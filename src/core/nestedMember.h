@@ -8,7 +8,8 @@
 /// record that the container embeds.
 template <class Container, class Record, class Member>
 Member Container::*ozNestedMember(Record Container::*record, Member Record::*member) {
-  static_assert(sizeof record == sizeof(ptrdiff_t) && sizeof member == sizeof(ptrdiff_t), "member pointers are offsets");
+  static_assert(sizeof record == sizeof(ptrdiff_t) && sizeof member == sizeof(ptrdiff_t),
+                "member pointers are offsets");
   ptrdiff_t outer, inner;
   memcpy(&outer, &record, sizeof outer);
   memcpy(&inner, &member, sizeof inner);

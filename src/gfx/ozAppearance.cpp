@@ -1,6 +1,6 @@
 // An appearance is a record of state values and two masks over it. `inherit`, the record's own mask, is what the
-// application sees: a bit that is on means that the field does not count. The set mask is what drawing uses. Every change
-// of a field goes through fieldChanged, which keeps the two in step.
+// application sees: a bit that is on means that the field does not count. The set mask is what drawing uses. Every
+// change of a field goes through fieldChanged, which keeps the two in step.
 
 #include "oz/ozAppearance.h"
 
@@ -61,10 +61,7 @@ void nameValues(ozType *type, short id, std::initializer_list<char const *> name
 
 // Copies the value of one state item.
 typedef void (*CopyItem)(_ozGfx &to, _ozGfx const &from);
-template <auto Member>
-void copyItem(_ozGfx &to, _ozGfx const &from) {
-  to.*Member = from.*Member;
-}
+template <auto Member> void copyItem(_ozGfx &to, _ozGfx const &from) { to.*Member = from.*Member; }
 
 struct CopyTable {
   CopyItem of[ozContext::INHERIT_ITEM];
@@ -85,7 +82,8 @@ constexpr CopyTable Copies = makeCopyTable();
 OZ_DEFINE_INSTANCES(ozAppearance)
 OZ_DEFINE_TYPE_AFTER(ozAppearance, "Appearance", ozContainer, ozContext) {
 #define OZ_MEMBER(member) ozNestedMember(&ozAppearance::_gfx, &_ozGfx::member)
-#define OZ_ADD_REF(member, id, Class) ozSFRef::addTypeField(type, #member, id, Class::getClassType(), OZ_MEMBER(member));
+#define OZ_ADD_REF(member, id, Class)                                                                                  \
+  ozSFRef::addTypeField(type, #member, id, Class::getClassType(), OZ_MEMBER(member));
 #define OZ_ADD_ENUM(member, id, value, ...)                                                                            \
   ozSFEnum::addTypeField(type, #member, id, ozContext::value, OZ_MEMBER(member));                                      \
   nameValues(type, id, {__VA_ARGS__});
@@ -150,10 +148,11 @@ void ozAppearance::unreferAll() {
   unrefer(_gfx.backMaterial);
 }
 
-template <class T>
-void ozAppearance::storeCounted(short id, T *&member, T *value) {
-  if (_noRefs) store(id, member, value);
-  else storeRef(id, member, value);
+template <class T> void ozAppearance::storeCounted(short id, T *&member, T *value) {
+  if (_noRefs)
+    store(id, member, value);
+  else
+    storeRef(id, member, value);
 }
 
 void ozAppearance::setTexture(ozTexture *texture) { storeCounted(0, _gfx.texture, texture); }

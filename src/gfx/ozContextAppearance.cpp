@@ -1,6 +1,6 @@
 // How an appearance comes into force. The context remembers what the last source set: what that had and the new one has
-// not goes back to the default state, then the new one's items follow. So a change from one appearance to the next costs
-// the items in which they differ, and the same one again costs a few comparisons.
+// not goes back to the default state, then the new one's items follow. So a change from one appearance to the next
+// costs the items in which they differ, and the same one again costs a few comparisons.
 
 #include <optional>
 

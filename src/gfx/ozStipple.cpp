@@ -37,8 +37,8 @@ unsigned int const *ozCoarseStipple(float transparency) {
   return i < 4 ? CoarseStipples[i] : nullptr;
 }
 
-// Ordered dither after Bayer, "An optimum method for two-level rendition of continuous-tone pictures" (1973): the matrix
-// spread(row) | 2 * spread(col ^ row) holds each number of 0 to 1023 once, and pattern i has the bits below i.
+// Ordered dither after Bayer, "An optimum method for two-level rendition of continuous-tone pictures" (1973): the
+// matrix spread(row) | 2 * spread(col ^ row) holds each number of 0 to 1023 once, and pattern i has the bits below i.
 void ozBuildDither() {
   unsigned int where[1024];
   for (unsigned int row = 0; row < 32; ++row)

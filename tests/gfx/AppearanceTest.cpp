@@ -52,28 +52,24 @@ ozTexGen *sharedTexGen() {
   return texGen;
 }
 
-template <class T>
-T got(ozAppearance &a, void (ozAppearance::*get)(T &)) {
+template <class T> T got(ozAppearance &a, void (ozAppearance::*get)(T &)) {
   T value;
   (a.*get)(value);
   return value;
 }
 
 #define VALUE_CASE(name, id, Field, Name, unset, other)                                                                \
-  {name,                                                                                                               \
-   id,                                                                                                                 \
-   Field::getClassType,                                                                                                \
-   [](ozAppearance &a) { return a.get##Name() == unset; },                                                             \
-   [](ozAppearance &a) { a.set##Name(other); },                                                                        \
-   [](ozAppearance &a) { return a.get##Name() == other; }}
+  {                                                                                                                    \
+    name, id, Field::getClassType, [](ozAppearance &a) { return a.get##Name() == unset; },                             \
+        [](ozAppearance &a) { a.set##Name(other); }, [](ozAppearance &a) { return a.get##Name() == other; }            \
+  }
 
 #define CLASS_CASE(name, id, Field, T, Name, unset, other)                                                             \
-  {name,                                                                                                               \
-   id,                                                                                                                 \
-   Field::getClassType,                                                                                                \
-   [](ozAppearance &a) { return got<T>(a, &ozAppearance::get##Name) == unset; },                                       \
-   [](ozAppearance &a) { a.set##Name(other); },                                                                        \
-   [](ozAppearance &a) { return got<T>(a, &ozAppearance::get##Name) == other; }}
+  {                                                                                                                    \
+    name, id, Field::getClassType, [](ozAppearance &a) { return got<T>(a, &ozAppearance::get##Name) == unset; },       \
+        [](ozAppearance &a) { a.set##Name(other); },                                                                   \
+        [](ozAppearance &a) { return got<T>(a, &ozAppearance::get##Name) == other; }                                   \
+  }
 
 ozMatrix4f scaled() {
   ozMatrix4f matrix;

@@ -84,7 +84,7 @@ TEST_F(Stipple, TransparencySelectsTheNearestCoarsePattern) {
 }
 
 TEST_F(Stipple, ATransparencyBeyondTheCoarsePatternsHasNone) {
-  EXPECT_TRUE(ozCoarseStipple(1.16f)); // 3.48
+  EXPECT_TRUE(ozCoarseStipple(1.16f));  // 3.48
   EXPECT_FALSE(ozCoarseStipple(1.17f)); // 3.51
   EXPECT_FALSE(ozCoarseStipple(1e30f));
   EXPECT_FALSE(ozCoarseStipple(-0.1f));
