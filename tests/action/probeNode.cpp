@@ -1,0 +1,3 @@
+#include "action/probeNode.h"
+
+OZ_DEFINE_CLASS(ProbeNode, "ProbeNode", ozNode) {}
