@@ -167,8 +167,9 @@ protected:
   void copyConnections(ozField *from, ozCloneTable *table);
 
 private:
-  friend class ozContainer;
   friend class ozCloneTable;
+  friend class ozContainer;
+  friend class ozEngine; // marks its inputs without its own dirty mask
 
   void setSource(ozField *source);
   static void freeDirtyFields();

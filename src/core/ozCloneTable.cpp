@@ -112,6 +112,7 @@ void ozField::copyConnections(ozField *from, ozCloneTable *table) {
     if (ozCloneTable::Connection *const record = table->takeConnection(from, output)) {
       from->disconnect(record->cloneTo); // stands behind `output`, so that the loop's place holds
       connect(record->cloneTo);
+      record->cloneTo->setSource(this); // also where the two were connected before, as inside an engine
       delete record;
     } else {
       table->addClonedConnection(from, output, this, output);
