@@ -96,10 +96,15 @@ ClassType const Classes[] = {
     ozSoundAction::getClassType,
     ozHit::getClassType,
     ozNode::getClassType,
+    ozLight::getClassType,
+    ozDirectionalLight::getClassType,
+    ozPointLight::getClassType,
+    ozSpotLight::getClassType,
     ozShape::getClassType,
     ozGroup::getClassType,
     ozCollision::getClassType,
     ozTransform::getClassType,
+    ozEnvironment::getClassType,
 };
 
 } // namespace
