@@ -3,8 +3,10 @@
 
 #include <stddef.h>
 
+#include "oz/ozPlatform.h"
+
 /// The pixels of an image file: unsigned bytes, bottom row first, 1 to 4 components (grey, grey and alpha, RGB, RGBA).
-struct ozImageFile {
+struct OZ_API ozImageFile {
   ozImageFile() = default;
   ozImageFile(ozImageFile const &) = delete;
   ozImageFile &operator=(ozImageFile const &) = delete;

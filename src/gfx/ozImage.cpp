@@ -44,7 +44,7 @@ void ozImage::setFileName(ozString const &name) {
 
 int ozImage::load() {
   ozString found;
-  if (!ozGlobal::findFile(_fileName.getString(), found, ozGlobal::READ_FMODE)) return 0;
+  if (!_fileName || !ozGlobal::findFile(_fileName.getString(), found, ozGlobal::READ_FMODE)) return 0;
   _loadPending = 0;
   ozImageFile file;
   if (!file.read(found.getString())) {
