@@ -332,7 +332,7 @@ TEST_F(ContextTest, MapsEveryCullFace) {
 }
 
 TEST_F(ContextTest, IssuesNothingForValuesThatNoTableHas) {
-  for (int const bad : {-2, 9, 40, 0x7fffffff, static_cast<int>(0x80000000u)}) {
+  for (int const bad : {-2, 9, 40, 0x7fffffff, static_cast<int>(0x80000001u)}) {
     GLRecorder rec;
     context->setTexMode(static_cast<C::TexModeEnum>(bad));
     context->setTexEnv(static_cast<C::TexEnvEnum>(bad));
