@@ -125,6 +125,12 @@ protected:
   void destroyFieldContents(ozType *level);
   /// Writes "DEF name Class {" or "USE name"; returns 1 for a USE.
   int writeHeader(ozOutput *out);
+  /// Writes the object with these fields, in this order; with null, with its first `count`.
+  void writeFields(ozOutput *out, short const *ids, int count);
+
+  /// Marks a derived field as stale and tells nobody.
+  void markSideEffect(short id) { _sideEffectMask |= wideBit(id); }
+  void clearSideEffect(short id) { _sideEffectMask &= ~wideBit(id); }
 
   /// A getter of a field: brings it up to date, gives the member.
   template <class T>

@@ -60,12 +60,14 @@ bool ozOutput::begin(ozContainer *object) {
 
 void ozOutput::end(ozContainer *object) { _open->remove(keyOf(object)); }
 
-void ozContainer::write(ozOutput *out) {
+void ozContainer::write(ozOutput *out) { writeFields(out, nullptr, getFieldInfoCount()); }
+
+void ozContainer::writeFields(ozOutput *out, short const *ids, int count) {
   cleanFields();
   if (writeHeader(out)) return;
   if (out->begin(this)) {
-    for (int id = 0; id < getFieldInfoCount(); ++id) {
-      ozFieldInfo *const info = getFieldInfo(static_cast<short>(id));
+    for (int i = 0; i < count; ++i) {
+      ozFieldInfo *const info = getFieldInfo(ids ? ids[i] : static_cast<short>(i));
       if (info->getOffset()) info->write(out, this);
     }
     out->end(this);
