@@ -95,5 +95,9 @@
 #include "oz/ozVecBase.h"
 #include "oz/ozVFCullAction.h"
 #include "oz/ozWindow.h"
+#include "oz/vlDB.h"
+#include "oz/vlError.h"
+#include "oz/vlGeom.h"
+#include "oz/vlInput.h"
 
 #endif

@@ -69,6 +69,8 @@ public:
   ozField *getField(int id);
   /// The field of a name; "set_x" and "x_changed" also find x. Null if there is none.
   ozField *getField(char const *name);
+  /// The field object of an id if there is one: none is made.
+  ozField *findFieldObject(int id) const;
   void connect(short id, ozContainer *other, short otherId);
   void disconnect(short id, ozContainer *other, short otherId);
   /// Takes back the single-valued field objects that nothing is connected to.

@@ -84,10 +84,15 @@ void ozContainer::addField(ozField *field) {
   _fields->set(static_cast<unsigned int>(field->getId()), field);
 }
 
+ozField *ozContainer::findFieldObject(int id) const {
+  unsigned int const index = static_cast<unsigned int>(id);
+  return _fields && index < _fields->getCount() ? _fields->get(index) : nullptr;
+}
+
 ozField *ozContainer::getField(int id) {
   OZ_REQUIRE(id >= 0 && id < getFieldInfoCount(), "field id out of range");
   unsigned int const index = static_cast<unsigned int>(id);
-  if (_fields && index < _fields->getCount() && _fields->get(index)) return _fields->get(index);
+  if (ozField *const field = findFieldObject(id)) return field;
   if (!_fields) _fields = new ozFieldArray(static_cast<unsigned int>(getFieldInfoCount()));
   getFieldInfo(static_cast<short>(id))->instantiate(this);
   return _fields->get(index);

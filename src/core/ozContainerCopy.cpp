@@ -51,8 +51,7 @@ void ozContainer::copyFrame(ozContainer *src, ozCloneTable *table, bool deep) {
       if (deep) copyReferences(info, src, table);
       else info->copy(this, src);
     }
-    if (src->_fields && static_cast<unsigned int>(i) < src->_fields->getCount() && src->_fields->get(i))
-      getField(i)->copyConnections(src->_fields->get(i), table);
+    if (ozField *const from = src->findFieldObject(i)) getField(i)->copyConnections(from, table);
     fieldChanged(id);
   }
 }

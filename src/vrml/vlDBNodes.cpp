@@ -1,0 +1,136 @@
+// The classes of a file: which library class stands for each name, which names are refused, and what is done to an
+// object once its fields have been read.
+
+#include <string.h>
+
+#include "oz/OzScene3D.h"
+#include "oz/vlDB.h"
+#include "oz/vlError.h"
+#include "oz/vlGeom.h"
+#include "oz/vlInput.h"
+#include "vrml/readState.h"
+
+/// A row of the table of classes: a name, how to make the object, and what to do once it has been read.
+struct vlNodeClass {
+  char const *name;
+  ozContainer *(*create)();
+  void (*adapt)(ozContainer *obj);
+
+  static vlNodeClass const *find(char const *name);
+  static vlNodeClass const Table[];
+};
+
+template <class Class>
+static ozContainer *make() {
+  return new Class;
+}
+
+vlNodeClass const vlNodeClass::Table[] = {
+    {"LineSet", make<ozLineSet>, nullptr},
+    {"LineStripSet", make<ozLineStripSet>, nullptr},
+    {"TriSet", make<ozTriSet>, nullptr},
+    {"QuadSet", make<ozQuadSet>, nullptr},
+    {"PolySet", make<ozPolySet>, nullptr},
+    {"TriStripSet", make<ozTriStripSet>, nullptr},
+    {"IndexedLineSet", make<ozIndexedLineSet>, nullptr},
+    {"IndexSet", make<ozIndexSet>, nullptr},
+    {"Appearance", make<ozAppearance>, vlDB::adaptAppearance},
+    {"Collision", make<ozCollision>, nullptr},
+    {"Color", make<ozColorSet3f>, nullptr},
+    {"ColorInterpolator", make<ozColorInterpolator>, nullptr},
+    {"Coordinate", make<ozCoordSet3f>, nullptr},
+    {"CoordinateInterpolator", make<ozCoordinateInterpolator>, nullptr},
+    {"DirectionalLight", make<ozDirectionalLight>, nullptr},
+    {"Environment", make<ozEnvironment>, nullptr},
+    {"Group", make<ozGroup>, nullptr},
+    {"ImageTexture", make<ozImageTexture>, nullptr},
+    {"IndexedFaceSet", make<ozIndexedFaceSet>, vlDB::adaptIndexedFaceSet},
+    {"Material", make<ozMaterial>, nullptr},
+    {"Normal", make<ozNormalSet3f>, nullptr},
+    {"NormalInterpolator", make<ozNormalInterpolator>, nullptr},
+    {"OrientationInterpolator", make<ozOrientationInterpolator>, nullptr},
+    {"PointLight", make<ozPointLight>, nullptr},
+    {"PositionInterpolator", make<ozPositionInterpolator>, nullptr},
+    {"ScalarInterpolator", make<ozScalarInterpolator>, nullptr},
+    {"Shape", make<ozShape>, vlDB::adaptShape},
+    {"TextureCoordinate", make<ozTexCoordSet2f>, nullptr},
+    {"TimeSensor", make<ozTimeSensor>, nullptr},
+    {"Transform", make<ozTransform>, nullptr},
+};
+
+// IndexedLineSet, PlaneSensor and SphereSensor stand here too and are never reached: meant so.
+static char const *const Refused[] = {
+    "Background",     "BoxProximitySensor", "ClickSensor",       "CylinderSensor", "DirectedSound",  "DiskSensor",
+    "ElevationGrid",  "Fog",                "FontStyle",         "GeneralCylinder", "IndexedLineSet", "LOD",
+    "NavigationInfo", "PlaneSensor",        "PointSet",          "PointSound",     "Script",         "SphereSensor",
+    "SpotLight",      "Text",               "Texture2Transform", "Viewpoint",      "WorldInfo",      "WWWAnchor"};
+
+vlNodeClass const *vlNodeClass::find(char const *name) {
+  for (vlNodeClass const &row : Table)
+    if (!strcmp(row.name, name)) return &row;
+  return nullptr;
+}
+
+ozContainer *vlDB::createInstanceFromName(ozName const &className) {
+  vlNodeClass const *const row = vlNodeClass::find(className.getString());
+  return row ? row->create() : nullptr;
+}
+
+unsigned char vlDB::readNodeInstance(vlInput *in, ozName const &className, ozName *defName, ozContainer *&obj) {
+  obj = createInstanceFromName(className);
+  if (!obj) {
+    bool refused = false;
+    for (char const *name : Refused) refused = refused || !strcmp(name, className.getString());
+    if (refused) vlReadError::post(in, "Unsupported class \"%s\"", className.getString());
+    else vlReadError::post(in, "Unknown class \"%s\"", className.getString());
+    return 0;
+  }
+  _state->keep(obj);
+  if (defName && !!*defName) in->addReference(*defName, obj);
+  _state->open.append(obj);
+  unsigned char const ok = readFields(in, obj);
+  _state->open.removeIndex(_state->open.getCount() - 1);
+  vlNodeClass const *const row = vlNodeClass::find(className.getString());
+  if (ok && row->adapt) row->adapt(obj);
+  return ok;
+}
+
+void vlDB::adaptShape(ozContainer *obj) {
+  ozShape *const shape = static_cast<ozShape *>(obj);
+  if (!shape->getAppearance()) shape->setAppearance(defAppear);
+}
+
+// Equal file names share one texture in the whole process.
+ozTexture *vlDB::shareTexture(ozTexture *texture) {
+  ozString name, other;
+  texture->getFileName(name);
+  for (unsigned int i = 0; i < textures->getCount(); ++i) {
+    ozTexture *const known = static_cast<ozTexture *>(textures->get(i));
+    known->getFileName(other);
+    if (!strcmp(name.getString() ? name.getString() : "", other.getString() ? other.getString() : "")) return known;
+  }
+  texture->ref();
+  textures->append(texture);
+  return texture;
+}
+
+void vlDB::adaptAppearance(ozContainer *obj) {
+  ozAppearance *const app = static_cast<ozAppearance *>(obj);
+  if (ozTexture *texture = app->getTexture()) {
+    ozTexture *const shared = shareTexture(texture);
+    if (shared != texture) app->setTexture(shared);
+    app->setTexEnable(1);
+    app->setTexEnv(shared->getComponentCount() >= 3 ? ozContext::REPLACE_TENV : ozContext::MODULATE_TENV);
+  } else {
+    app->setTexEnable(0);
+  }
+  app->setLightEnable(app->getMaterial() != nullptr);
+}
+
+void vlDB::adaptIndexedFaceSet(ozContainer *obj) {
+  ozIndexedFaceSet *const set = static_cast<ozIndexedFaceSet *>(obj);
+  if (!set->getNormalSet()) vlGeom::computeNorms(set, set->getCreaseAngle());
+  if (set->getTexCoordSet()) set->setTexCoordBind(ozGeoSet::PER_VERTEX_TEX_COORD);
+  if (!set->getColorSet()) set->setColorBind(ozGeoSet::NO_COLOR);
+  vlGeom::calcStaticBound(set);
+}

@@ -1,0 +1,342 @@
+#include "oz/vlInput.h"
+
+#include <ctype.h>
+#include <stdlib.h>
+#include <string.h>
+
+#include "oz/ozContainer.h"
+#include "oz/vlError.h"
+
+static char const EndMark = static_cast<char>(255);
+
+static bool isAlnum(char c) { return isalnum(static_cast<unsigned char>(c)); }
+static bool isDigit(char c) { return isdigit(static_cast<unsigned char>(c)); }
+static bool isSpace(char c) { return isspace(static_cast<unsigned char>(c)); }
+
+vlInput::vlInput() : _refDict(251) { setFilePointer(stdin); }
+
+void vlInput::setFilePointer(FILE *file) {
+  _fp = file;
+  _lineNumber = 1;
+  _version = 2.0f;
+  _readHeader = 0;
+  _headerOk = 1;
+  _backBufIndex = -1;
+  _taken = 0;
+}
+
+// ---- characters
+
+unsigned char vlInput::get(char &c) {
+  if (_backBufIndex >= 0) {
+    c = _backBuf.getString() ? _backBuf.getString()[_backBufIndex++] : '\0';
+    if (c) {
+      ++_taken;
+      return 1;
+    }
+    _backBuf.makeEmpty();
+    _backBufIndex = -1;
+  }
+  if (_readHeader || checkHeader()) {
+    int const next = eof() ? EOF : getc_unlocked(_fp);
+    if (next != EOF) {
+      c = static_cast<char>(next);
+      ++_taken;
+      return 1;
+    }
+  }
+  c = EndMark;
+  return 0;
+}
+
+void vlInput::putBack(char c) {
+  if (c == EndMark) return;
+  --_taken;
+  if (_backBufIndex > 0) --_backBufIndex;
+  else if (_backBufIndex < 0) ungetc(c, _fp);
+}
+
+void vlInput::putBack(char const *token) {
+  _backBuf = token;
+  _backBufIndex = 0;
+  _taken -= _backBuf.getLength();
+}
+
+unsigned char vlInput::peekWord(char *word, int size) {
+  skipWhiteSpace();
+  int length = 0;
+  int const first = _backBufIndex;
+  char c = EndMark;
+  bool whole = false;
+  while (length < size - 1) {
+    if (!get(c) || isSpace(c)) {
+      putBack(c);
+      whole = true;
+      break;
+    }
+    word[length++] = c;
+  }
+  word[length] = '\0';
+  // What came from a token that was put back lies there still; anything else is put back as one.
+  if (_backBufIndex >= 0 && first >= 0 && _backBufIndex == first + length) {
+    _backBufIndex = first;
+    _taken -= length;
+  } else if (length) {
+    putBack(word);
+  }
+  return whole && length && word[0] != '"';
+}
+
+float vlInput::isASCIIHeader(char const *line) { return strstr(line, "#VRML V2.0 utf8") ? 2.0f : 0.0f; }
+
+float vlInput::getVersion() {
+  if (!_readHeader) checkHeader();
+  return _version;
+}
+
+unsigned char vlInput::checkHeader() {
+  char line[256];
+  size_t length = 0;
+  _readHeader = 1;
+  char c;
+  if (!get(c)) return 0;
+  if (c != '#') {
+    putBack(c);
+    return 0;
+  }
+  line[length++] = c;
+  bool tooLong = false;
+  while (get(c) && c != '\n') {
+    if (length < sizeof line - 1) line[length++] = c == '\r' ? '\0' : c;
+    else tooLong = true;
+  }
+  line[length] = '\0';
+  if (c == '\n') ++_lineNumber;
+  _version = tooLong ? 0.0f : isASCIIHeader(line);
+  if (_version != 0.0f) return 1;
+  vlReadError::post(this, "File does not have a valid header string");
+  _headerOk = 0;
+  return 0;
+}
+
+unsigned char vlInput::skipWhiteSpace() {
+  if (!_readHeader && !checkHeader()) return 0;
+  char c;
+  while (get(c)) {
+    if (c == '\n') {
+      ++_lineNumber;
+    } else if (c == '#') {
+      while (get(c) && c != '\n') {
+      }
+      if (c == '\n') ++_lineNumber;
+      else vlReadError::post(this, "EOF reached before end of comment");
+    } else if (!isSpace(c)) {
+      putBack(c);
+      return 1;
+    }
+  }
+  return 1;
+}
+
+unsigned char vlInput::isIdentChar(char c) { return isAlnum(c) || c == '_' || c == '-' || c == '%' || c == '*'; }
+unsigned char vlInput::isIdentStartChar(char c) { return isIdentChar(c) && !isDigit(c); }
+unsigned char vlInput::isNodeNameStartChar(char c) { return isIdentChar(c) && !isDigit(c); }
+unsigned char vlInput::isNodeNameChar(char c) {
+  return isAlnum(c) ||
+         (!(c && strchr("+'\"\\{}", c)) && !isSpace(c) && !iscntrl(static_cast<unsigned char>(c)));
+}
+
+// ---- numbers
+
+unsigned char vlInput::readChar(char wanted) {
+  char c;
+  if (!get(c)) return 0;
+  if (c == wanted) {
+    _number.append(c);
+    return 1;
+  }
+  putBack(c);
+  return 0;
+}
+
+// Collects characters while they match; returns whether there was one.
+#define VL_COLLECT(matches)                                                                                            \
+  unsigned int const before = _number.getCount();                                                                      \
+  char c;                                                                                                              \
+  while (get(c)) {                                                                                                     \
+    if (!(matches)) {                                                                                                  \
+      putBack(c);                                                                                                      \
+      break;                                                                                                           \
+    }                                                                                                                  \
+    _number.append(c);                                                                                                 \
+  }                                                                                                                    \
+  return _number.getCount() > before
+
+unsigned char vlInput::readDigits() { VL_COLLECT(isDigit(c)); }
+unsigned char vlInput::readHexDigits() { VL_COLLECT(isxdigit(static_cast<unsigned char>(c))); }
+
+#undef VL_COLLECT
+
+unsigned char vlInput::readUnsignedIntegerString() {
+  if (readChar('0')) {
+    if (readChar('x')) return readHexDigits();
+    readDigits();
+    return 1;
+  }
+  return readDigits();
+}
+
+unsigned char vlInput::readInteger(long &value) {
+  _number.setCount(0);
+  if (!readChar('-')) readChar('+');
+  if (!readUnsignedIntegerString()) return 0;
+  _number.append('\0');
+  value = strtol(_number.getArray(), nullptr, 0);
+  return 1;
+}
+
+unsigned char vlInput::readUnsignedInteger(unsigned long &value) {
+  _number.setCount(0);
+  if (!readUnsignedIntegerString()) return 0;
+  _number.append('\0');
+  value = strtoul(_number.getArray(), nullptr, 0);
+  return 1;
+}
+
+unsigned char vlInput::readReal(double &value) {
+  _number.setCount(0);
+  if (!readChar('-')) readChar('+');
+  unsigned char found = readDigits();
+  if (readChar('.')) found |= readDigits();
+  if (!found) return 0;
+  if (readChar('e') || readChar('E')) {
+    if (!readChar('-')) readChar('+');
+    if (!readDigits()) return 0;
+  }
+  _number.append('\0');
+  value = atof(_number.getArray());
+  return 1;
+}
+
+unsigned char vlInput::read(char &c) {
+  skipWhiteSpace();
+  return get(c);
+}
+
+#define VL_READ_NUMBER(T, Wide, readWide)                                                                              \
+  unsigned char vlInput::read(T &value) {                                                                              \
+    Wide wide;                                                                                                         \
+    skipWhiteSpace();                                                                                                  \
+    if (!readWide(wide)) return 0;                                                                                     \
+    value = static_cast<T>(wide);                                                                                      \
+    return 1;                                                                                                          \
+  }
+
+VL_READ_NUMBER(short, long, readInteger)
+VL_READ_NUMBER(int, long, readInteger)
+VL_READ_NUMBER(long, long, readInteger)
+VL_READ_NUMBER(unsigned short, unsigned long, readUnsignedInteger)
+VL_READ_NUMBER(unsigned int, unsigned long, readUnsignedInteger)
+VL_READ_NUMBER(unsigned long, unsigned long, readUnsignedInteger)
+VL_READ_NUMBER(float, double, readReal)
+VL_READ_NUMBER(double, double, readReal)
+
+#undef VL_READ_NUMBER
+
+// ---- names and strings
+
+unsigned char vlInput::read(ozName &name, unsigned char validIdent) {
+  if (!validIdent) {
+    ozString text;
+    if (!read(text)) return 0;
+    name = ozName(text);
+    return 1;
+  }
+  char buffer[256];
+  size_t length = 0;
+  skipWhiteSpace();
+  char c;
+  if (!get(c)) {
+    name = ozName();
+    return 0;
+  }
+  if (isIdentStartChar(c)) {
+    do {
+      if (length < sizeof buffer - 1) buffer[length++] = c;
+    } while (get(c) && isIdentChar(c));
+  }
+  putBack(c);
+  buffer[length] = '\0';
+  name = ozName(buffer);
+  return 1;
+}
+
+unsigned char vlInput::read(ozString &text) {
+  skipWhiteSpace();
+  text.makeEmpty();
+  char c;
+  if (!get(c)) return 0;
+  bool const quoted = c == '"';
+  if (!quoted) putBack(c);
+  ozByteArray characters(256);
+  characters.setExtension(256);
+  while (get(c)) {
+    if (quoted) {
+      if (c == '"') break;
+      if (c == '\n') ++_lineNumber;
+      if (c == '\\') {
+        char next;
+        if (get(next)) {
+          if (next == '"') c = next;
+          else putBack(next);
+        }
+      }
+    } else if (isSpace(c)) {
+      putBack(c);
+      break;
+    }
+    characters.append(c);
+    if (characters.getCount() == characters.getExtension() * 4) characters.setExtension(characters.getCount());
+  }
+  characters.append('\0');
+  text = characters.getArray();
+  return 1;
+}
+
+unsigned char vlInput::readBool(unsigned char &value) {
+  int number;
+  if (read(number)) {
+    value = static_cast<unsigned char>(number);
+    if (number == 0 || number == 1) return 1;
+    vlReadError::post(this, "Illegal value for vlSFBool: %d (must be 0 or 1)", number);
+    return 0;
+  }
+  ozName word;
+  read(word, 1);
+  value = !strcmp(word.getString(), "TRUE");
+  if (value || !strcmp(word.getString(), "FALSE")) return 1;
+  // The argument stands where the offending word would: meant so.
+  vlReadError::post(this, "Unknown value (\"%s\") for vlSFBool ", "(must be TRUE or FALSE)");
+  return 0;
+}
+
+// ---- references
+
+static unsigned long keyOf(ozName const &name) { return reinterpret_cast<unsigned long>(name.getString()); }
+
+void vlInput::addReference(ozName const &name, ozContainer *container) {
+  container->setName(name.getString());
+  _refDict.enter(keyOf(name), container);
+}
+
+ozContainer *vlInput::findReference(ozName const &name) const {
+  void *found = nullptr;
+  _refDict.find(keyOf(name), found);
+  return static_cast<ozContainer *>(found);
+}
+
+void vlInput::getLocationString(ozString &text) const {
+  char buffer[48];
+  snprintf(buffer, sizeof buffer, "\tOccurred at line %3d", _lineNumber);
+  text = buffer;
+}

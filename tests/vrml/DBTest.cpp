@@ -1,0 +1,428 @@
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include "oz/vlDB.h"
+#include "oz/vlError.h"
+#include "oz/vlInput.h"
+#include "readText.h"
+
+namespace {
+
+TEST(DB, AFileWithTheHeaderAloneGivesAnEmptyGroup) {
+  Reading const r("");
+  EXPECT_TRUE(r.ok);
+  ASSERT_NE(nullptr, r.root);
+  EXPECT_EQ(0, r.count());
+  EXPECT_EQ("", r.messages);
+  EXPECT_EQ(ozGroup::getClassType(), r.root->getType());
+}
+
+TEST(DB, TheRootIsAGroupWithCountZero) {
+  TextFile const file("#VRML V2.0 utf8\nGroup { }\n");
+  ozContainer *root = nullptr;
+  ozPtrArray files;
+  EXPECT_TRUE(vlDB::readFile(file.path.c_str(), root, files));
+  EXPECT_EQ(0u, root->getRefCount());
+  EXPECT_EQ(0u, files.getCount());
+  root->unref();
+}
+
+TEST(DB, AMissingFileFailsInSilence) {
+  ozContainer *root = nullptr;
+  ozPtrArray files;
+  EXPECT_EQ("", stderrOf([&] { EXPECT_FALSE(vlDB::readFile("there/is/no/such.wrl", root, files)); }));
+  EXPECT_EQ(nullptr, root);
+}
+
+TEST(DB, OnlyRegularFilesAreRead) {
+  mkfifo("pipe.wrl", 0600);
+  ozContainer *root = nullptr;
+  ozPtrArray files;
+  EXPECT_FALSE(vlDB::readFile("pipe.wrl", root, files)); // and does not wait for the other end
+  EXPECT_FALSE(vlDB::readFile("/", root, files));
+  EXPECT_EQ(nullptr, root);
+  unlink("pipe.wrl");
+}
+
+TEST(DB, ADeviceIsRefusedWithAMessageThatIsSafeForItsName) {
+  EXPECT_EQ(0, symlink("/dev/zero", "zero%s%n.wrl"));
+  ozContainer *root = nullptr;
+  ozPtrArray files;
+  EXPECT_EQ("vl error in Can't open file: %s\n(): zero%s%n.wrl\n",
+            stderrOf([&] { EXPECT_FALSE(vlDB::readFile("zero%s%n.wrl", root, files)); }));
+  unlink("zero%s%n.wrl");
+}
+
+TEST(DB, ABadHeaderIsToldAndTheRestIsRead) {
+  Reading const r("Group { }", "#VRML V1.0 ascii\n");
+  EXPECT_EQ("vl read error: File does not have a valid header string\n", r.said());
+  EXPECT_EQ(1, r.count());
+}
+
+TEST(DB, ABadHeaderAndNothingElseFails) { EXPECT_FALSE(Reading("", "#VRML V1.0 ascii\n").ok); }
+
+TEST(DB, NodesAtTheTopAreTheRootsChildrenAndOtherObjectsAreDropped) {
+  Reading const r("Group { } Material { } NULL Transform { }");
+  EXPECT_TRUE(r.ok);
+  ASSERT_EQ(2, r.count());
+  EXPECT_EQ(ozGroup::getClassType(), r.child(0)->getType());
+  EXPECT_EQ(ozTransform::getClassType(), r.child(1)->getType());
+  EXPECT_EQ("", r.messages);
+}
+
+TEST(DB, TheResultIsThatOfTheLastStatement) {
+  EXPECT_TRUE(Reading("Nonsense { } Group { }").ok);
+  EXPECT_FALSE(Reading("Group { } Nonsense { }").ok);
+}
+
+TEST(DB, ProtosAreRefusedAndWhatTheyHoldIsRead) {
+  Reading const r("PROTO EXTERNPROTO Group { }");
+  EXPECT_EQ("vl read error: This version of the parser does not parse PROTOs yet\n"
+            "vl read error: This version of the parser does not parse EXTERNPROTOs yet\n",
+            r.said());
+  EXPECT_EQ(1, r.count());
+}
+
+TEST(DB, MessagesGiveTheLine) {
+  Reading const r("\n\nNonsense { }");
+  EXPECT_EQ("vl read error: Unknown class \"Nonsense\"\n\tOccurred at line   4\n", r.messages);
+}
+
+TEST(DB, RefusedAndUnknownClassesAreToldApartAndFlushed) {
+  Reading const r("Fog { a { b } \"{\" } } Anchor { c }\nGroup { }"); // the brace in the string counts
+  EXPECT_EQ("vl read error: Unsupported class \"Fog\"\nvl read error: Unknown class \"Anchor\"\n", r.said());
+  EXPECT_EQ(1, r.count());
+}
+
+TEST(DB, DefNamesAndUseShares) {
+  Reading const r("DEF a Group { } USE a");
+  ASSERT_EQ(2, r.count());
+  EXPECT_EQ(r.child(0), r.child(1));
+  EXPECT_STREQ("a", r.child(0)->getName());
+}
+
+TEST(DB, UseOfANameDefinedLaterFails) {
+  Reading const r("USE a DEF a Group { }");
+  EXPECT_EQ("vl read error: Unknown reference \"a\"\n", r.said());
+  EXPECT_EQ(1, r.count());
+}
+
+TEST(DB, ANameDefinedTwiceFindsTheLater) {
+  Reading const r("DEF a Group { } DEF a Transform { } USE a");
+  ASSERT_EQ(3, r.count());
+  EXPECT_EQ(r.child(1), r.child(2));
+}
+
+TEST(DB, UseOfANodeInsideItselfIsRefused) {
+  Reading const r("DEF a Group { children [ USE a Transform { } ] }");
+  EXPECT_EQ("vl read error: Reference to \"a\" inside of itself\n", r.said());
+  ASSERT_EQ(1, r.count());
+  EXPECT_EQ(1, r.child<ozGroup>(0)->getChildCount());
+}
+
+TEST(DB, BrokenDefinitionsAreTold) {
+  EXPECT_EQ("vl read error: Premature end of file after USE\n", Reading("USE").said());
+  EXPECT_EQ("vl read error: Premature end of file after DEF\n", Reading("DEF").said());
+  EXPECT_EQ("vl read error: Premature end of file after DEF\n", Reading("DEF a").said());
+  EXPECT_EQ(0u, Reading("DEF 7 Group { }").said().find("vl read error: No name given after \n"));
+  EXPECT_EQ(0u, Reading("DEF a 7 { }").said().find("vl read error: Invalid definition of a\n"));
+  EXPECT_EQ("vl read error: Expected '{'; got EOF\n", Reading("Group").said());
+  EXPECT_EQ(0u, Reading("Group x").said().find("vl read error: Expected '{'; got 'x'\n"));
+  EXPECT_EQ("vl read error: Expected '}'; got EOF\n", Reading("Group {").said());
+}
+
+TEST(DB, AnUnknownFieldFailsItsNodeAndTheNextIsRead) {
+  Reading const r("Group { nothing 1 { } } Transform { }");
+  EXPECT_EQ("vl read error: Could not get orbis field nothing\n\nvl read error: Unknown field nothing\n\n", r.said());
+  ASSERT_EQ(1, r.count());
+  EXPECT_EQ(ozTransform::getClassType(), r.child(0)->getType());
+}
+
+TEST(DB, ANodeWithABadFieldIsKeptOutOfTheGraph) {
+  Reading const r("Transform { translation 1 2 oops } Group { }");
+  EXPECT_EQ("vl read error: Unknown field translation\n\n", r.said());
+  EXPECT_EQ(1, r.count());
+}
+
+TEST(DB, AnUnknownReferenceUnderASingleReferenceGivesTwoMessages) {
+  EXPECT_EQ("vl read error: Unknown reference \"X\"\nvl read error: Unknown field material\n\n",
+            Reading("Appearance { material USE X } Group { }").said());
+}
+
+TEST(DB, AnUnknownReferenceUnderAListGivesThreeMessages) {
+  EXPECT_EQ("vl read error: Unknown reference \"X\"\nvl read error: Couldn't read value for field \"children\"\n"
+            "vl read error: Unknown field children\n\n",
+            Reading("Group { children USE X } Group { }").said());
+}
+
+TEST(DB, ListsTakeOptionalCommasAndOneElementNeedsNoBrackets) {
+  Reading const r("Shape { geometry LineSet { coord Coordinate { point [ 1 2 3, 4 5 6 ,7 8 9 ] } } } "
+                  "Group { children Shape { } }");
+  EXPECT_EQ("", r.messages);
+  ozGeoSet *const set = static_cast<ozGeoSet *>(r.child<ozShape>(0)->getGeometry(0));
+  ozMFVec3f *const points = static_cast<ozCoordSet3f *>(set->getCoordSet())->point();
+  ASSERT_EQ(3u, points->getCount());
+  EXPECT_TRUE(points->get(2) == ozVec3f(7, 8, 9));
+  EXPECT_EQ(1, r.child<ozGroup>(1)->getChildCount());
+}
+
+TEST(DB, AnEmptyListLeavesTheFieldAsItWas) {
+  Reading const r("Group { children [ ] }");
+  EXPECT_EQ("", r.messages);
+  EXPECT_EQ(0, r.child<ozGroup>(0)->getChildCount());
+}
+
+TEST(DB, AFailedElementDoesNotEndAList) {
+  Reading const r("Transform { children [ Fog { } Shape { } ] }");
+  EXPECT_EQ("vl read error: Unsupported class \"Fog\"\n", r.said());
+  ASSERT_EQ(1, r.count());
+  EXPECT_EQ(1, r.child<ozGroup>(0)->getChildCount());
+}
+
+TEST(DB, JunkInAListIsDroppedWordByWord) {
+  Reading const r("PositionInterpolator { key [ 0 junk 0.5 ; 1 ] }");
+  EXPECT_EQ("vl read error: Skipping \"junk\"\nvl read error: Skipping \";\"\n", r.said());
+  ASSERT_EQ(1, r.count());
+  EXPECT_EQ(3u, static_cast<ozInterpolator *>(static_cast<ozContainer *>(r.child(0)))->key()->getCount());
+}
+
+TEST(DB, TheEndOfTheFileEndsAList) {
+  EXPECT_FALSE(Reading("Group { children [ Shape { }").ok);
+  EXPECT_FALSE(Reading("PositionInterpolator { key [ 1 2").ok);
+}
+
+TEST(DB, JunkAtTheTopIsDroppedWordByWord) {
+  Reading const r("} ] 12 \"text\" Group { }");
+  EXPECT_TRUE(r.ok);
+  EXPECT_EQ(1, r.count());
+  EXPECT_NE(std::string::npos, r.said().find("Skipping \"}\""));
+}
+
+TEST(DB, EveryFieldClassIsRead) {
+  Reading const r("DirectionalLight { intensity 0.5 on FALSE direction 1 0 0 color 0.5 0.25 1 }"
+                  "Transform { rotation 0 1 0 1.5 }"
+                  "TimeSensor { cycleInterval 2.5 loop TRUE enabled 0 }"
+                  "Shape { geometry IndexedFaceSet { creaseAngle 0.5 cullFace 1 } }");
+  EXPECT_EQ("", r.messages);
+  ASSERT_EQ(4, r.count());
+  ozRotation rotation;
+  r.child<ozTransform>(1)->getRotation(rotation);
+  EXPECT_TRUE(rotation == ozRotation(0, 1, 0, 1.5f));
+  ozTimeSensor *const sensor = r.child<ozTimeSensor>(2);
+  EXPECT_EQ(2.5, sensor->getCycleInterval().get());
+  EXPECT_EQ(1, sensor->getLoop());
+  EXPECT_EQ(0, sensor->getEnabled());
+}
+
+TEST(DB, AnEnumerationIsANumberAndNeverAName) {
+  EXPECT_FALSE(Reading("Shape { geometry IndexedFaceSet { cullFace BACK_CULL } }").ok);
+}
+
+TEST(DB, BoundsAreAcceptedAndIgnored) {
+  Reading const r("Group { boxBound 0 0 0 1 1 1 }");
+  EXPECT_EQ("", r.messages);
+  ozBoxBound box;
+  r.child(0)->getBoxBound(box);
+  EXPECT_TRUE(box.isEmpty());
+}
+
+TEST(DB, AFieldClassThatCannotBeReadIsToldByTheReader) {
+  Reading const r("Appearance { colorMask 1 1 1 1 } Group { }");
+  EXPECT_EQ("vl error in vlDB::readOrbisField()(): Unknown field colorMask\nvl read error: Unknown field colorMask\n\n",
+            r.said());
+}
+
+TEST(DB, RoutesConnectFieldsByTheirPlainAndTheirEventNames) {
+  Reading const r("DEF T TimeSensor { } DEF P PositionInterpolator { } DEF X Transform { }\n"
+                  "ROUTE T.fraction_changed TO P.set_fraction ROUTE P.value_changed TO X.translation");
+  EXPECT_EQ("", r.messages);
+  EXPECT_TRUE(r.ok);
+  ozField *const fraction = r.child(1)->getField("fraction");
+  ASSERT_EQ(1u, fraction->getInputs()->getCount());
+  EXPECT_EQ(r.child(0)->getField("fraction_changed"), fraction->getInputs()->get(0));
+  EXPECT_EQ(r.child(1)->getField("value"), r.child(2)->getField("translation")->getInputs()->get(0));
+}
+
+TEST(DB, ARouteMayStandAmongFields) {
+  Reading const r("DEF T TimeSensor { } DEF P PositionInterpolator { ROUTE T.fraction_changed TO P.fraction key [ 1 ] }");
+  EXPECT_EQ("", r.messages);
+  EXPECT_NE(nullptr, r.child(1)->getField("fraction")->getInputs());
+}
+
+TEST(DB, EverythingThatIsWrongWithARouteIsTold) {
+  EXPECT_EQ("vl read error: No node named A to route from\nvl read error: No node named B to route to\n",
+            Reading("ROUTE A.x TO B.y").said());
+  EXPECT_EQ("vl read error: No field named x to route from\nvl read error: No field named y to route to\n",
+            Reading("DEF A Group { } ROUTE A.x TO A.y").said());
+  EXPECT_EQ("vl read error: Expected ., got :\nvl read error: Expected TO, got AT\nvl read error: Expected ., got /\n",
+            Reading("DEF A Group { } DEF B Group { } ROUTE A:boundMode AT B/boundMode").said());
+  EXPECT_EQ(0u, Reading("ROUTE").said().find("vl read error: Expected node name, got EOF\n"));
+  EXPECT_FALSE(Reading("ROUTE A.x TO B.y").ok);
+}
+
+TEST(DB, ARouteBetweenFieldsOfDifferentClassesIsRefused) {
+  Reading const r("DEF T TimeSensor { } DEF X Transform { } ROUTE T.fraction_changed TO X.translation");
+  EXPECT_NE("", r.messages);
+  EXPECT_FALSE(r.ok);
+  ozField *const translation = r.child(1)->findFieldObject(3);
+  EXPECT_TRUE(!translation || !translation->getInputs());
+}
+
+TEST(DB, ARouteThatWouldMakeANodeContainItselfIsRefused) {
+  Reading const r("DEF A Group { children DEF B Group { } } ROUTE A.children TO B.children");
+  EXPECT_NE("", r.messages);
+  ozBoxBound box;
+  r.root->getBoxBound(box);
+  EXPECT_EQ(0, static_cast<ozGroup *>(r.child<ozGroup>(0)->getChild(0))->getChildCount());
+}
+
+TEST(DB, ARouteMadeAheadOfTheChildrenIsWatchedTheSame) {
+  Reading const r("DEF B Group { } DEF A Group { ROUTE A.children TO B.children children USE B }");
+  EXPECT_NE("", r.messages);
+  ozBoxBound box;
+  r.root->getBoxBound(box);
+  EXPECT_EQ(0, r.child<ozGroup>(0)->getChildCount());
+}
+
+TEST(DB, ARouteBetweenListsOfChildrenIsMadeWhereItHarmsNothing) {
+  Reading const r("DEF A Group { children Shape { } } DEF B Group { } ROUTE A.children TO B.children");
+  EXPECT_EQ("", r.messages);
+  EXPECT_EQ(1, r.child<ozGroup>(1)->getChildCount());
+}
+
+TEST(DB, NodesNestAtMostAThousandLevelsDeep) {
+  std::string deep;
+  for (int i = 0; i < 5000; ++i) deep += "Group { children ";
+  deep += "Group { }";
+  for (int i = 0; i < 5000; ++i) deep += " }";
+  Reading const r(deep + " Transform { }");
+  EXPECT_NE(std::string::npos, r.said().find("Nodes are nested too deeply (1000)"));
+  EXPECT_TRUE(r.ok);
+  std::string fits;
+  for (int i = 0; i < 999; ++i) fits += "Group { children ";
+  fits += "Group { }";
+  for (int i = 0; i < 999; ++i) fits += " }";
+  EXPECT_EQ("", Reading(fits).messages);
+}
+
+TEST(DB, ATokenWithoutWhiteSpaceIsReadLikeAnyOther) {
+  std::string dense = "Group{children[";
+  for (int i = 0; i < 20000; ++i) dense += "Group{},";
+  Reading const r(dense + "]}");
+  EXPECT_EQ("", r.messages);
+  ASSERT_EQ(1, r.count());
+  EXPECT_EQ(20000, r.child<ozGroup>(0)->getChildCount());
+}
+
+TEST(DB, AFinishedSceneKeepsNoUnconnectedFieldObjects) {
+  Reading const r("Transform { translation 1 2 3 }");
+  EXPECT_EQ(nullptr, r.child(0)->findFieldObject(3));
+}
+
+TEST(DB, AShapeWithoutAppearanceIsUnlitAndUntexturedAndSharesThat) {
+  Reading const r("Shape { } Shape { } Shape { appearance Appearance { } }");
+  ozAppearance *const app = r.child<ozShape>(0)->getAppearance();
+  ASSERT_NE(nullptr, app);
+  EXPECT_EQ(app, r.child<ozShape>(1)->getAppearance());
+  EXPECT_NE(app, r.child<ozShape>(2)->getAppearance());
+  EXPECT_EQ(0, app->getLightEnable());
+  EXPECT_EQ(0, app->getTexEnable());
+}
+
+TEST(DB, AnAppearanceIsLitExactlyIfItHasAMaterial) {
+  Reading const r("Shape { appearance Appearance { material Material { } } } Shape { appearance Appearance { } }");
+  EXPECT_EQ(1, r.child<ozShape>(0)->getAppearance()->getLightEnable());
+  EXPECT_EQ(0, r.child<ozShape>(1)->getAppearance()->getLightEnable());
+  EXPECT_EQ(0, r.child<ozShape>(0)->getAppearance()->getTexEnable());
+}
+
+struct ClassRow {
+  char const *name;
+  char const *type;
+};
+
+class AcceptedClass : public ::testing::TestWithParam<ClassRow> {};
+
+TEST_P(AcceptedClass, IsMade) {
+  Reading const r(std::string("Group { children ") + GetParam().name + " { } }");
+  EXPECT_EQ(std::string::npos, r.messages.find("class \"")) << r.messages;
+  EXPECT_NE(nullptr, ozType::getType(GetParam().type));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, AcceptedClass,
+    ::testing::Values(ClassRow{"LineSet", "LineSet"}, ClassRow{"LineStripSet", "LineStripSet"},
+                      ClassRow{"TriSet", "TriSet"}, ClassRow{"QuadSet", "QuadSet"}, ClassRow{"PolySet", "PolySet"},
+                      ClassRow{"TriStripSet", "TriStripSet"}, ClassRow{"IndexedLineSet", "IndexedLineSet"},
+                      ClassRow{"IndexSet", "IndexSet"}, ClassRow{"Appearance", "Appearance"},
+                      ClassRow{"Collision", "Collision"}, ClassRow{"Color", "ColorSet3f"},
+                      ClassRow{"ColorInterpolator", "ColorInterpolator"}, ClassRow{"Coordinate", "CoordSet3f"},
+                      ClassRow{"CoordinateInterpolator", "CoordinateInterpolator"}, ClassRow{"DirectionalLight", "DirectionalLight"}, ClassRow{"Environment", "Environment"},
+                      ClassRow{"Group", "Group"}, ClassRow{"ImageTexture", "ImageTexture"}, ClassRow{"IndexedFaceSet", "IndexedFaceSet"},
+                      ClassRow{"Material", "Material"}, ClassRow{"Normal", "NormalSet3f"},
+                      ClassRow{"NormalInterpolator", "NormalInterpolator"},
+                      ClassRow{"OrientationInterpolator", "OrientationInterpolator"},
+                      ClassRow{"PointLight", "PointLight"}, ClassRow{"PositionInterpolator", "PositionInterpolator"},
+                      ClassRow{"ScalarInterpolator", "ScalarInterpolator"}, ClassRow{"Shape", "Shape"},
+                      ClassRow{"TextureCoordinate", "TexCoordSet2f"},
+                      ClassRow{"TimeSensor", "TimeSensor"}, ClassRow{"Transform", "Transform"}),
+    [](auto const &info) { return std::string(info.param.name); });
+
+class RefusedClass : public ::testing::TestWithParam<char const *> {};
+
+TEST_P(RefusedClass, IsToldAsUnsupported) {
+  EXPECT_EQ(std::string("vl read error: Unsupported class \"") + GetParam() + "\"\n",
+            Reading(std::string(GetParam()) + " { field { } } Group { }").said());
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, RefusedClass,
+                         ::testing::Values("Background", "BoxProximitySensor", "ClickSensor", "CylinderSensor",
+                                           "DirectedSound", "DiskSensor", "ElevationGrid", "Fog", "FontStyle",
+                                           "GeneralCylinder", "LOD", "NavigationInfo", "PointSet", "PointSound",
+                                           "Script", "SpotLight", "Text", "Texture2Transform", "Viewpoint",
+                                           "WorldInfo", "WWWAnchor"));
+
+class UnknownClass : public ::testing::TestWithParam<char const *> {};
+
+TEST_P(UnknownClass, IsToldAsUnknown) {
+  EXPECT_EQ(std::string("vl read error: Unknown class \"") + GetParam() + "\"\n",
+            Reading(std::string(GetParam()) + " { } Group { }").said());
+}
+
+INSTANTIATE_TEST_SUITE_P(Names, UnknownClass,
+                         ::testing::Values("Anchor", "Extrusion", "TriFanSet", "CoordSet3f", "ScreenAlignedText"));
+
+TEST(ReadError, GivesMessageAndPlace) {
+  vlInput in;
+  EXPECT_EQ("vl read error: bad thing 3\n\tOccurred at line   1\n",
+            stderrOf([&] { vlReadError::post(&in, "bad %s %d", "thing", 3); }));
+}
+
+TEST(DebugError, GivesPlaceAndMessage) {
+  EXPECT_EQ("vl error in here(): bad thing\n", stderrOf([] { vlDebugError::post("here", "bad %s", "thing"); }));
+}
+
+TEST(DB, WhatIsWrittenCanBeReadBack) {
+  Reading const r("Transform { translation 1 2 3 children [ DEF s Group { } USE s ] }");
+  char *text = nullptr;
+  size_t size = 0;
+  FILE *const memory = open_memstream(&text, &size);
+  {
+    ozOutput out(memory);
+    static_cast<ozObject *>(r.child(0))->write(&out);
+  }
+  fclose(memory);
+  Reading const again(std::string(text, size));
+  free(text);
+  EXPECT_EQ("", again.messages);
+  ASSERT_EQ(1, again.count());
+  ozTransform *const transform = again.child<ozTransform>(0);
+  ozVec3f translation;
+  transform->getTranslation(translation);
+  EXPECT_TRUE(translation == ozVec3f(1, 2, 3));
+  ASSERT_EQ(2, transform->getChildCount());
+  EXPECT_EQ(transform->getChild(0), transform->getChild(1));
+}
+
+} // namespace
