@@ -109,6 +109,8 @@ protected:
   void notifyParents(short id);
   /// Marks a derived field as stale and tells the parents, once.
   void propagateSideEffect(short id);
+  /// Marks a derived field as stale without telling anybody.
+  void markSideEffect(short id) { _sideEffectMask |= wideBit(id); }
   /// Takes the mark back without a word: the derived field was stored, and there is nothing to compute.
   void settleSideEffect(short id) { _sideEffectMask &= ~wideBit(id); }
 
@@ -129,10 +131,6 @@ protected:
   int writeHeader(ozOutput *out);
   /// Writes the object with these fields, in this order; with null, with its first `count`.
   void writeFields(ozOutput *out, short const *ids, int count);
-
-  /// Marks a derived field as stale and tells nobody.
-  void markSideEffect(short id) { _sideEffectMask |= wideBit(id); }
-  void clearSideEffect(short id) { _sideEffectMask &= ~wideBit(id); }
 
   /// A getter of a field: brings it up to date, gives the member.
   template <class T>

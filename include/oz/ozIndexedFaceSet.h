@@ -1,14 +1,16 @@
 #ifndef OZ_INDEXED_FACE_SET_H
 #define OZ_INDEXED_FACE_SET_H
 
-#include "oz/ozIndexedSet.h"
 #include "oz/ozPolySet.h"
 
-/// VRML's IndexedFaceSet: polygons given by lists of indices with a -1 behind each, drawn as the ozPolySet that it is.
+class ozOutput;
+
+/// Polygons in the form of VRML: lists of indices in which -1 ends a face. The set keeps the fields of ozPolySet up to
+/// date from them: when they are next needed after a change of `coordIndex` or one of the other lists, which any getter, a
+/// draw or a ray does. Nothing is tessellated, so faces must be flat and convex.
 ///
-/// The flat index sets, lengths and number of primitives are derived from the lists when they are next read. An index list
-/// that is empty stands for VRML's default: per vertex "coordIndex" is followed, per face the faces' order. Faces are not
-/// taken apart: concave ones are drawn as OpenGL draws them, whatever "convex" says.
+/// An empty list of indices means what VRML means by it: an attribute of vertices follows `coordIndex`, one of faces comes
+/// in their order.
 class OZ_API ozIndexedFaceSet : public ozPolySet {
   OZ_CLASS(ozIndexedFaceSet);
   OZ_COPYABLE(ozIndexedFaceSet)
@@ -16,41 +18,38 @@ class OZ_API ozIndexedFaceSet : public ozPolySet {
 public:
   ozIndexedFaceSet();
 
-  using ozPolySet::copy;
-  /// The copy has index sets of its own.
-  void copy(ozContainer *src, ozCloneTable *table) override;
-
-  /// Whether the corners run counter-clockwise seen from the front; 1 by default. Decides "cullFace".
+  /// Whether the corners run counter-clockwise as seen from the front. 1 by default.
   OZ_VALUE_ACCESS(unsigned char, CCW, 16, _ccw)
-  /// Whether the back of the faces is never seen; 1 by default. Decides "cullFace".
+  /// Whether the back of a face is never seen, and so neither drawn nor hit. 1 by default.
   OZ_VALUE_ACCESS(unsigned char, Solid, 17, _solid)
-  /// Stored only; 1 by default.
+  /// Only kept. 1 by default.
   OZ_VALUE_ACCESS(unsigned char, Convex, 18, _convex)
-  /// In radians; 0 by default. The reader smooths the normals that it makes within this angle; stored only.
+  /// Radians; only kept, for the reader that generates normals. 0 by default.
   OZ_VALUE_ACCESS(float, CreaseAngle, 19, _creaseAngle)
-  /// Whether colours are bound per vertex (1, the default) or per face.
+  /// Whether a colour belongs to a vertex or to a face. 1 by default.
   OZ_VALUE_ACCESS(unsigned char, ColorPerVertex, 24, _colorPerVertex)
-  /// Whether normals are bound per vertex (1, the default) or per face.
   OZ_VALUE_ACCESS(unsigned char, NormalPerVertex, 25, _normalPerVertex)
-
   ozMFInt *coordIndex() const { return _coordIndex; }
   ozMFInt *colorIndex() const { return _colorIndex; }
   ozMFInt *texCoordIndex() const { return _texCoordIndex; }
   ozMFInt *normalIndex() const { return _normalIndex; }
 
+  using ozPolySet::copy;
+  void copy(ozContainer *src, ozCloneTable *table) override;
+
 protected:
-  void write(ozOutput *out) override;
   void recursiveCopy(ozContainer *src, ozCloneTable *table) override;
   void fieldChanged(short id) override;
   void cleanSideEffect(short id) override;
+  /// Writes the fields of VRML and no others.
+  void write(ozOutput *out) override;
   void init();
 
 private:
-  friend struct ozIndexedSets;
+  friend struct ozOwnIndices;
 
-  void derive(short id);
-
-  ozOwnIndexSets _own;
+  unsigned char _copying; // the fields come one by one, and nothing is derived from them yet
+  ozIndexSet *_ownIndexSets[4]; // of coordinates, normals, colours and texture coordinates, made on demand
   unsigned char _ccw;
   unsigned char _solid;
   unsigned char _convex;

@@ -1,11 +1,13 @@
 #ifndef OZ_INDEXED_LINE_SET_H
 #define OZ_INDEXED_LINE_SET_H
 
-#include "oz/ozIndexedSet.h"
 #include "oz/ozLineStripSet.h"
 
-/// VRML's IndexedLineSet: lines given by lists of indices with a -1 behind each, drawn as the ozLineStripSet that it is,
-/// never lit or textured. Unlike a face set it derives its flat index sets at once, at each change of a list.
+class ozOutput;
+
+/// Connected lines in the form of VRML: lists of indices in which -1 ends a line. The fields of ozLineStripSet follow at
+/// each change. Lines are drawn without light and texture, whatever the appearance says, and as wide as the context's
+/// default: `width` has no effect here.
 class OZ_API ozIndexedLineSet : public ozLineStripSet {
   OZ_CLASS(ozIndexedLineSet);
   OZ_COPYABLE(ozIndexedLineSet)
@@ -13,35 +15,35 @@ class OZ_API ozIndexedLineSet : public ozLineStripSet {
 public:
   ozIndexedLineSet();
 
-  using ozLineStripSet::copy;
-  /// The copy has index sets of its own.
-  void copy(ozContainer *src, ozCloneTable *table) override;
+  /// White where no colours are bound.
   void draw(ozDrawAction *action) override;
 
-  /// Whether colours are bound per vertex (1, the default) or per line.
+  /// Whether a colour belongs to a vertex or to a line. 1 by default.
   OZ_VALUE_ACCESS(unsigned char, ColorPerVertex, 19, _colorPerVertex)
-
   ozMFInt *coordIndex() const { return _coordIndex; }
+  /// Empty: colours of vertices follow `coordIndex`, colours of lines come in their order.
   ozMFInt *colorIndex() const { return _colorIndex; }
 
+  using ozLineStripSet::copy;
+  void copy(ozContainer *src, ozCloneTable *table) override;
+
 protected:
-  void write(ozOutput *out) override;
   void recursiveCopy(ozContainer *src, ozCloneTable *table) override;
   void fieldChanged(short id) override;
+  /// Writes the fields of VRML and no others.
+  void write(ozOutput *out) override;
   void init();
 
 private:
-  friend struct ozIndexedSets;
+  friend struct ozOwnIndices;
 
-  void flattenCoordIndices();
-
-  ozOwnIndexSets _own;
+  unsigned char _copying; // the fields come one by one, and nothing is derived from them yet
+  ozIndexSet *_ownIndexSets[4]; // of coordinates and, made on demand, of colours; the others stay null
   ozMFInt *_coordIndex;
   ozIntArray _coordIndices;
   ozMFInt *_colorIndex;
   ozIntArray _colorIndices;
   unsigned char _colorPerVertex;
-  unsigned char _copying; // the index sets at hand are the source's
 };
 
 #endif

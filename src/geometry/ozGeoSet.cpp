@@ -207,18 +207,28 @@ void ozGeoSet::boundCoords(ozBoxBound &box, int vertsPerPrim, ozIntArray const *
 int ozGeoSet::flattenVRMLIndices(ozMFInt *src, ozIndexSet *dst, ozMFInt *lengths) {
   ozIntArray const &from = src->get();
   unsigned int const count = from.getCount();
-  unsigned int at = 0;
-  int runs = 0, run = 0;
+  unsigned int indices = 0, runs = 0;
+  for (unsigned int i = 0; i < count; ++i) ++(from[i] < 0 ? runs : indices);
+  if (count && from[count - 1] >= 0) ++runs; // a run without its terminator
+  // Each destination is written in place and announced once.
+  ozMFInt *const to = dst->index();
+  if (indices > to->getCount()) to->setCount(indices);
+  if (lengths && runs > lengths->getCount()) lengths->setCount(runs);
+  if (to->getCount() < indices || (lengths && lengths->getCount() < runs)) return 0; // no memory
+  int *index = indices ? to->edit() : nullptr;
+  int *length = lengths && runs ? lengths->edit() : nullptr;
+  int run = 0;
   for (unsigned int i = 0; i < count; ++i) {
     if (from[i] >= 0) {
-      dst->index()->set(at++, from[i]);
+      *index++ = from[i];
       ++run;
     } else {
-      if (lengths) lengths->set(static_cast<unsigned int>(runs++), run);
+      if (length) *length++ = run;
       run = 0;
     }
   }
-  if (!lengths || !count || from[count - 1] < 0) return runs;
-  lengths->set(static_cast<unsigned int>(runs++), run);
-  return runs;
+  if (length && from[count - 1] >= 0) *length = run;
+  if (indices) to->editDone();
+  if (length) lengths->editDone();
+  return lengths ? static_cast<int>(runs) : 0;
 }

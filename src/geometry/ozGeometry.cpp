@@ -36,10 +36,9 @@ void ozGeometry::getBoxBound(ozBoxBound &bound) {
 }
 
 void ozGeometry::setBoxBound(ozBoxBound const &bound) {
-  ozBoxBound const kept = bound; // may be this object's own
-  validateField(0);              // a pending recomputation must not replace what is stored now
-  _boxBound.min = kept.min;
-  _boxBound.max = kept.max;
+  settleSideEffect(0); // a pending recomputation must not replace what is stored now
+  _boxBound.min = bound.min;
+  _boxBound.max = bound.max;
   fieldChanged(0);
 }
 

@@ -1,11 +1,8 @@
 #include "oz/ozIndexedFaceSet.h"
 
-#include <initializer_list>
-
-#include "geometry/indexedSets.h"
+#include "geometry/ozOwnIndices.h"
 
 OZ_DEFINE_INSTANCES(ozIndexedFaceSet)
-
 OZ_DEFINE_TYPE(ozIndexedFaceSet, "IndexedFaceSet", ozPolySet) {
   ozSFUByte::addTypeField(type, "ccw", 16, 1, &ozIndexedFaceSet::_ccw);
   ozSFUByte::addTypeField(type, "solid", 17, 1, &ozIndexedFaceSet::_solid);
@@ -24,22 +21,24 @@ ozIndexedFaceSet::ozIndexedFaceSet(ozType *type) : ozPolySet(type) { init(); }
 ozIndexedFaceSet::ozIndexedFaceSet(ozIndexedFaceSet const &other) : ozPolySet(other) {
   init();
   ozCopyFields(_ClassType, this, &other);
-  _colorBind = other._colorBind;
-  _normalBind = other._normalBind;
-  ozIndexedSets::reclaim(*this, other);
-  for (short id : {2, 10, 11, 12, 13}) markSideEffect(id);
+  ozOwnIndices::adopt(this, const_cast<ozIndexedFaceSet *>(&other));
+  calcBindings();
+  _setMask = other._setMask;
 }
 
 ozIndexedFaceSet &ozIndexedFaceSet::operator=(ozIndexedFaceSet const &other) {
   if (this == &other) return *this;
-  ozIndexedSets::release(*this);
   ozPolySet::operator=(other);
   ozAssignFields(_ClassType, this, &other);
-  ozIndexedSets::reclaim(*this, other);
+  ozOwnIndices::adopt(this, const_cast<ozIndexedFaceSet *>(&other));
+  _setMask = other._setMask;
   return *this;
 }
 
-ozIndexedFaceSet::~ozIndexedFaceSet() { destroyFieldContents(_ClassType); }
+ozIndexedFaceSet::~ozIndexedFaceSet() {
+  ozOwnIndices::release(this);
+  destroyFieldContents(_ClassType);
+}
 
 void ozIndexedFaceSet::init() {
   _coordIndex = static_cast<ozMFInt *>(getField(20));
@@ -49,47 +48,57 @@ void ozIndexedFaceSet::init() {
   initFieldDefaults(_ClassType);
   _colorBind = PER_VERTEX_COLOR;
   _normalBind = PER_VERTEX_NORMAL;
-  ozIndexedSets::begin(*this);
+  ozOwnIndices::init(this);
   calcBindings();
+  for (short id = 11; id <= 13; ++id) markSideEffect(id); // what nobody indexes follows the coordinates
 }
 
 void ozIndexedFaceSet::copy(ozContainer *src, ozCloneTable *table) {
-  ozIndexedSets::release(*this);
-  ozPolySet::copy(src, table);
-  if (src->isOfType(_ClassType)) ozIndexedSets::reclaim(*this, *static_cast<ozIndexedFaceSet *>(src));
+  ozOwnIndices::copy(this, src, [=] { ozPolySet::copy(src, table); });
 }
 
 void ozIndexedFaceSet::recursiveCopy(ozContainer *src, ozCloneTable *table) {
-  ozIndexedSets::release(*this);
-  ozPolySet::recursiveCopy(src, table);
-  if (src->isOfType(_ClassType)) ozIndexedSets::reclaim(*this, *static_cast<ozIndexedFaceSet *>(src));
+  ozOwnIndices::copy(this, src, [=] { ozPolySet::recursiveCopy(src, table); });
 }
 
 void ozIndexedFaceSet::fieldChanged(short id) {
-  switch (id) {
-  case 3:
-  case 4:
-    // A list that is empty stands for another order now.
+  if (id < _ClassType->getAncestorFieldCount()) {
     ozPolySet::fieldChanged(id);
-    if (_own.isDerived(id + 8, ozIndexedSets::member(*this, id + 8), _coordIndexSet)) markSideEffect(id + 8);
+    // How an attribute is bound, and the index of the coordinates, decide what one without indices follows. An index set
+    // that was stored stays.
+    if (id == 3 || id == 10) markSideEffect(11);
+    if (id == 4 || id == 10) markSideEffect(12);
+    if (id == 5 || id == 10) markSideEffect(13);
+    if (id >= 11 && id <= 13) settleSideEffect(id);
     return;
+  }
+  switch (id) {
   case 16:
-  case 17: setCullFace(!_solid ? ozContext::NO_CULL : !_ccw ? ozContext::FRONT_CULL : ozContext::BACK_CULL); break;
+  case 17:
+    setCullFace(!_solid ? ozContext::NO_CULL : !_ccw ? ozContext::FRONT_CULL : ozContext::BACK_CULL);
+    break;
   case 20:
     propagateSideEffect(0);
     markSideEffect(10);
     markSideEffect(2);
     break;
-  case 21: markSideEffect(12); break;
-  case 22: markSideEffect(13); break;
-  case 23: markSideEffect(11); break;
-  case 24: setColorBind(_colorPerVertex ? PER_VERTEX_COLOR : PER_PRIM_COLOR); break;
-  case 25: setNormalBind(_normalPerVertex ? PER_VERTEX_NORMAL : PER_PRIM_NORMAL); break;
+  case 21:
+    markSideEffect(12);
+    break;
+  case 22:
+    markSideEffect(13);
+    break;
+  case 23:
+    markSideEffect(11);
+    break;
+  case 24:
+    setColorBind(_colorPerVertex ? PER_VERTEX_COLOR : PER_PRIM_COLOR);
+    break;
+  case 25:
+    setNormalBind(_normalPerVertex ? PER_VERTEX_NORMAL : PER_PRIM_NORMAL);
+    break;
   default:
-    if (id < _ClassType->getAncestorFieldCount()) {
-      ozPolySet::fieldChanged(id);
-      return;
-    }
+    break;
   }
   touchField(id);
 }
@@ -98,20 +107,26 @@ void ozIndexedFaceSet::cleanSideEffect(short id) {
   switch (id) {
   case 2:
   case 10:
-    if (_coordIndexSet) flattenVRMLIndices(_coordIndex, _coordIndexSet, _polyLength);
-    // By the lengths as a whole, stale ones included: meant so.
-    setPrimCount(static_cast<int>(_polyLength->getCount()));
-    clearSideEffect(2);
-    clearSideEffect(10);
+    settleSideEffect(2); // both at once
+    settleSideEffect(10);
+    ozOwnIndices::flattenCoords(this, _coordIndex, _polyLength);
     break;
-  case 11: ozIndexedSets::derive(*this, id, _normalIndex, _normalBind == PER_PRIM_NORMAL); break;
-  case 12: ozIndexedSets::derive(*this, id, _colorIndex, _colorBind == PER_PRIM_COLOR); break;
-  case 13: ozIndexedSets::derive(*this, id, _texCoordIndex, false); break;
-  default: ozPolySet::cleanSideEffect(id);
+  case 11:
+    ozOwnIndices::choose(this, 1, _normalIndex, _normalBind == PER_VERTEX_NORMAL);
+    break;
+  case 12:
+    ozOwnIndices::choose(this, 2, _colorIndex, _colorBind == PER_VERTEX_COLOR);
+    break;
+  case 13:
+    ozOwnIndices::choose(this, 3, _texCoordIndex, true);
+    break;
+  default:
+    ozGeoSet::cleanSideEffect(id);
+    break;
   }
 }
 
 void ozIndexedFaceSet::write(ozOutput *out) {
   static short const ids[] = {0, 1, 24, 25, 8, 7, 9, 6, 21, 23, 22, 20};
-  writeFields(out, ids, sizeof ids / sizeof ids[0]);
+  writeFields(out, ids, 12);
 }
