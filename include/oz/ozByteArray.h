@@ -33,9 +33,18 @@ OZ_VALUE_ARRAY(ozVec3bArray, ozVec3b);
 OZ_VALUE_ARRAY(ozVec4ubArray, ozVec4ub);
 OZ_VALUE_ARRAY(ozMatrix4fArray, ozMatrix4f);
 OZ_VALUE_ARRAY(ozRotationArray, ozRotation);
-/// Its destructor does not free the texts of its elements: whoever fills one empties them.
-OZ_VALUE_ARRAY(ozStringArray, ozString);
 
 #undef OZ_VALUE_ARRAY
+
+/// Its destructor does not free the texts of its elements: whoever fills one ends in freeTexts().
+class OZ_API ozStringArray : public ozValueArray<ozStringArray, ozString> {
+public:
+  using ozValueArray::ozValueArray;
+  /// Makes every element a null string, those behind the count too: lowering the count frees nothing.
+  void freeTexts() {
+    if (getData()) return; // the data's own
+    for (unsigned int i = 0; i < getSize(); ++i) getArray()[i].makeEmpty();
+  }
+};
 
 #endif

@@ -1,7 +1,15 @@
 #include "oz/ozTexture.h"
 
-OZ_DEFINE_CLASS(ozImageTexture, "ImageTexture", ozTexture) {
+OZ_DEFINE_INSTANCES(ozImageTexture)
+OZ_DEFINE_TYPE(ozImageTexture, "ImageTexture", ozTexture) {
   ozMFString::addTypeField(type, "url", 7, &ozImageTexture::_url);
+}
+
+ozImageTexture::ozImageTexture(ozType *type) : ozTexture(type) { initFieldDefaults(_ClassType); }
+
+ozImageTexture::~ozImageTexture() {
+  destroyFieldContents(_ClassType);
+  _url.freeTexts();
 }
 
 void ozImageTexture::fieldChanged(short id) {
