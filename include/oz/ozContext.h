@@ -177,7 +177,8 @@ public:
   /// Pushes and pops must balance. There are 16 levels; deeper ones share the sixteenth.
   /// @{
   void pushState();
-  /// Takes the items that either level has touched back to the lower level's values, then the default state's over them.
+  /// Takes the items that either level has touched back to the lower level's values, then the default state's over
+  /// them.
   void popState();
   /// Applies an appearance, merged with the override on top; null for none. With force 0, one that was the last to be
   /// applied is passed over.
@@ -297,25 +298,20 @@ public:
   /// @}
 
 private:
-  friend class ozGeometry; // turns whichSetState while it draws, and reads the default state
+  friend class ozGeometry;      // turns whichSetState while it draws, and reads the default state
   friend struct ozContextProbe; // the tests' way in
 
   struct Tables; // what all contexts share
   static Tables &tables();
 
   void init(HDC device);
-  template <class Visit>
-  static void forEachContext(Visit visit);
-  template <class T>
-  static void forgetMember(T *_ozGfx::*member, T *object);
+  template <class Visit> static void forEachContext(Visit visit);
+  template <class T> static void forgetMember(T *_ozGfx::*member, T *object);
   bool isThreadsCurrent() const;
 
-  template <class T>
-  void keepDefault(int item, T _ozGfx::*member, T const &value);
-  template <class T>
-  bool change(int item, T _ozGfx::*member, T const &value);
-  template <class T>
-  bool setItem(int item, T _ozGfx::*member, T const &value);
+  template <class T> void keepDefault(int item, T _ozGfx::*member, T const &value);
+  template <class T> bool change(int item, T _ozGfx::*member, T const &value);
+  template <class T> bool setItem(int item, T _ozGfx::*member, T const &value);
   void applyItem(int item, _ozGfx const &values);
   void issueAlphaFunc();
   void issueLineStipple();

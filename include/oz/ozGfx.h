@@ -103,8 +103,8 @@ public:
   enum CullFaceEnum : int { NO_CULL, FRONT_CULL, BACK_CULL, BOTH_CULL };
 };
 
-/// One value for each state item, and a mask of the items that this record has seen change. Copied by value. The objects
-/// are neither owned nor counted.
+/// One value for each state item, and a mask of the items that this record has seen change. Copied by value. The
+/// objects are neither owned nor counted.
 struct _ozGfx {
   /// Takes over the mask and every member.
   void copy(_ozGfx const &other) { *this = other; }

@@ -8,7 +8,8 @@
 /// A rectangle of pixels, given by the application or read from a file. Rows run from the bottom to the top and follow
 /// each other without a gap; the components of a pixel are those of memoryFormat, each a number of memoryType.
 ///
-/// A change tells the textures that show the image, but the pixels reach OpenGL only with a change of the texture itself.
+/// A change tells the textures that show the image, but the pixels reach OpenGL only with a change of the texture
+/// itself.
 class OZ_API ozImage : public ozContainer {
   OZ_CLASS(ozImage);
 
@@ -41,15 +42,15 @@ public:
   OZ_ENUM_ACCESS(MemoryTypeEnum, MemoryType, 4, _memoryType)
   ozMFUByte *pixels() { return static_cast<ozMFUByte *>(getField(5)); }
 
-  /// Looks for the file as ozGlobal::findFile does and reads it: PNG and JPEG, where the library was built with them, into
-  /// unsigned bytes of the format that the file has. Returns 1 if it could. A file that cannot be read costs a line on the
-  /// standard error stream; one that is not found costs nothing and is looked for again at the next use.
+  /// Looks for the file as ozGlobal::findFile does and reads it: PNG and JPEG, where the library was built with them,
+  /// into unsigned bytes of the format that the file has. Returns 1 if it could. A file that cannot be read costs a
+  /// line on the standard error stream; one that is not found costs nothing and is looked for again at the next use.
   int load();
   /// Whether a file has been named that no load() has found since.
   unsigned char isLoadPending() const { return _loadPending; }
 
-  /// Draws the pixels over what is there, with the lower left corner at (x, y), each from 0 to 1 across the viewport; z is
-  /// the depth, 0.5 in the middle.
+  /// Draws the pixels over what is there, with the lower left corner at (x, y), each from 0 to 1 across the viewport; z
+  /// is the depth, 0.5 in the middle.
   virtual void draw(float x, float y, float z);
 
   /// Whether sizes, format and type are good and the pixels are all there.

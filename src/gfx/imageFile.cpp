@@ -11,8 +11,8 @@
 #include <png.h>
 #endif
 #ifdef OZ_HAVE_JPEG
-#include <jpeglib.h>
 #include <jerror.h>
+#include <jpeglib.h>
 #include <setjmp.h>
 #endif
 
@@ -99,8 +99,8 @@ bool readJpeg(FILE *file, ozImageFile &out) {
   if (!out.allocate(jpeg.image_width, jpeg.image_height, components)) jpegFail(reinterpret_cast<j_common_ptr>(&jpeg));
   jpeg_start_decompress(&jpeg);
   size_t const row = static_cast<size_t>(out.width) * components;
-  JSAMPARRAY const inkRow = inks ? jpeg.mem->alloc_sarray(reinterpret_cast<j_common_ptr>(&jpeg), JPOOL_IMAGE, out.width * 4, 1)
-                                 : nullptr;
+  JSAMPARRAY const inkRow =
+      inks ? jpeg.mem->alloc_sarray(reinterpret_cast<j_common_ptr>(&jpeg), JPOOL_IMAGE, out.width * 4, 1) : nullptr;
   while (jpeg.output_scanline < jpeg.output_height) {
     unsigned char *line = out.pixels + row * (out.height - 1 - jpeg.output_scanline);
     if (inks) {

@@ -133,8 +133,7 @@ void ozContext::releaseCurrent() {
   ozPrivate::setContext(nullptr);
 }
 
-template <class T>
-void ozContext::forgetMember(T *_ozGfx::*member, T *object) {
+template <class T> void ozContext::forgetMember(T *_ozGfx::*member, T *object) {
   forEachContext([=](ozContext &context) {
     for (int level = 0; level <= slot(context._stateLevel); ++level)
       if (context._stateStack[level].*member == object) context._stateStack[level].*member = nullptr;

@@ -1,5 +1,5 @@
-// Transparency and blending. GL_BLEND is no item of its own: it follows the pair of blend functions, each of which looks
-// at the other. Nothing is sorted here, and depth writes are left alone.
+// Transparency and blending. GL_BLEND is no item of its own: it follows the pair of blend functions, each of which
+// looks at the other. Nothing is sorted here, and depth writes are left alone.
 
 #include <GL/gl.h>
 

@@ -9,6 +9,7 @@ void ozContext::setStateElts(ozBitMask const &mask, _ozGfx const &values) {
   for (; rest; rest &= rest - 1) applyItem(__builtin_ctzll(rest), values);
 }
 
+// clang-format off
 void ozContext::applyItem(int item, _ozGfx const &values) {
   switch (item) {
   case TEXTURE_ITEM: return setTexture(values.texture);
@@ -44,6 +45,7 @@ void ozContext::applyItem(int item, _ozGfx const &values) {
   case POINT_SIZE_ITEM: return setPointSize(values.pointSize);
   }
 }
+// clang-format on
 
 void ozContext::pushState() {
   pushLights();

@@ -19,8 +19,7 @@ Messages const GeoPropMessages = {"overflow in ozContext override geometry prope
                                   "pushOverrideGeoProp was passed a NULL node.\n",
                                   "underflow in ozContext override geometry property stack\n"};
 
-template <class T, int N>
-void push(T *(&stack)[N], int &top, T *object, Messages const &messages) {
+template <class T, int N> void push(T *(&stack)[N], int &top, T *object, Messages const &messages) {
   if (top == N - 1 || !object) {
     fputs(top == N - 1 ? messages.overflow : messages.null, stderr);
     return;
@@ -29,8 +28,7 @@ void push(T *(&stack)[N], int &top, T *object, Messages const &messages) {
   stack[++top] = object;
 }
 
-template <class T, int N>
-T *pop(T *(&stack)[N], int &top, Messages const &messages) {
+template <class T, int N> T *pop(T *(&stack)[N], int &top, Messages const &messages) {
   if (top >= 0) return stack[top--];
   fputs(messages.underflow, stderr);
   return nullptr;

@@ -1,6 +1,6 @@
-// The setters of the state items, but those of blending. Each keeps the value in the default state where the application
-// is speaking, stops if OpenGL holds it already, stores it and issues what follows. The value is stored ahead of the
-// call, so that the draw() of an object sees itself in the cached state.
+// The setters of the state items, but those of blending. Each keeps the value in the default state where the
+// application is speaking, stops if OpenGL holds it already, stores it and issues what follows. The value is stored
+// ahead of the call, so that the draw() of an object sees itself in the cached state.
 
 #include <GL/gl.h>
 

@@ -29,7 +29,8 @@ OZ_DEFINE_CLASS(ozImage, "Image", ozContainer) {
   ozSFEnum::addTypeField(type, "memoryType", 4, UNSIGNED_BYTE, &ozImage::_memoryType);
   static char const *const typeNames[] = {"BYTE",         "UNSIGNED_BYTE", "SHORT",     "UNSIGNED_SHORT", "INT",
                                           "UNSIGNED_INT", "FLOAT",         "TWO_BYTES", "THREE_BYTES",    "FOUR_BYTES"};
-  static int const types[] = {BYTE, UNSIGNED_BYTE, SHORT, UNSIGNED_SHORT, INT, UNSIGNED_INT, FLOAT, TWO_BYTES, THREE_BYTES, FOUR_BYTES};
+  static int const types[] = {BYTE,         UNSIGNED_BYTE, SHORT,     UNSIGNED_SHORT, INT,
+                              UNSIGNED_INT, FLOAT,         TWO_BYTES, THREE_BYTES,    FOUR_BYTES};
   type->defineEnums(4, 10, typeNames, types);
   ozMFUByte::addTypeField(type, "pixels", PixelsId, &ozImage::_pixels);
 }
@@ -63,8 +64,10 @@ int ozImage::load() {
 bool ozImage::isWhole() {
   cleanFields();
   if (_width < 1 || _height < 1) return false;
-  if (static_cast<unsigned int>(_memoryFormat) > RGBA || static_cast<unsigned int>(_memoryType) > FOUR_BYTES) return false;
-  size_t const row = static_cast<size_t>(_width) * (static_cast<unsigned int>(_memoryFormat) + 1) * TypeSizes[_memoryType];
+  if (static_cast<unsigned int>(_memoryFormat) > RGBA || static_cast<unsigned int>(_memoryType) > FOUR_BYTES)
+    return false;
+  size_t const row =
+      static_cast<size_t>(_width) * (static_cast<unsigned int>(_memoryFormat) + 1) * TypeSizes[_memoryType];
   unsigned int const there = _pixels.getCount() < _pixels.getSize() ? _pixels.getCount() : _pixels.getSize();
   return static_cast<unsigned int>(_height) <= there / row;
 }
@@ -82,8 +85,8 @@ void ozImage::draw(float x, float y, float z) {
   glRasterPos3f(x - 0.5f, y - 0.5f, z - 0.5f);
   {
     ozUnpackAlignment bytes;
-    glDrawPixels(_width, _height, ozOgl::glExternalFormatTokens[_memoryFormat], ozOgl::glExternalTypeTokens[_memoryType],
-                 _pixels.getArray());
+    glDrawPixels(_width, _height, ozOgl::glExternalFormatTokens[_memoryFormat],
+                 ozOgl::glExternalTypeTokens[_memoryType], _pixels.getArray());
   }
   glPopMatrix();
   glMatrixMode(GL_MODELVIEW);

@@ -4,8 +4,9 @@
 
 unsigned int const ozOgl::glExternalFormatTokens[4] = {GL_LUMINANCE, GL_LUMINANCE_ALPHA, GL_RGB, GL_RGBA};
 
-unsigned int const ozOgl::glExternalTypeTokens[10] = {GL_BYTE, GL_UNSIGNED_BYTE, GL_SHORT,   GL_UNSIGNED_SHORT, GL_INT,
-                                                      GL_UNSIGNED_INT, GL_FLOAT, GL_2_BYTES, GL_3_BYTES, GL_4_BYTES};
+unsigned int const ozOgl::glExternalTypeTokens[10] = {GL_BYTE,    GL_UNSIGNED_BYTE, GL_SHORT, GL_UNSIGNED_SHORT,
+                                                      GL_INT,     GL_UNSIGNED_INT,  GL_FLOAT, GL_2_BYTES,
+                                                      GL_3_BYTES, GL_4_BYTES};
 
 unsigned int const ozOgl::glInternalFormatTokens[40] = {
     GL_LUMINANCE,

@@ -62,7 +62,9 @@ void ozTexGen::draw(ozContext *context) {
       glTexGeni(coordinate, GL_TEXTURE_GEN_MODE, GL_OBJECT_LINEAR);
       glTexGenfv(coordinate, GL_OBJECT_PLANE, planes[i]->_v);
       break;
-    case SPHERE_MAP: glTexGeni(coordinate, GL_TEXTURE_GEN_MODE, GL_SPHERE_MAP); break;
+    case SPHERE_MAP:
+      glTexGeni(coordinate, GL_TEXTURE_GEN_MODE, GL_SPHERE_MAP);
+      break;
     }
   }
   if (pushed) glPopMatrix();

@@ -128,7 +128,8 @@ void ozTexture::recursiveCopy(ozContainer *src, ozCloneTable *table) {
 void ozTexture::findProperComponentType() {
   static struct {
     FormatEnum texel16, texel32;
-  } const proper[] = {{LUMINANCE16, LUMINANCE16}, {LUMINANCE8_ALPHA8, LUMINANCE16_ALPHA16}, {RGB5, RGB8}, {RGBA4, RGBA8}};
+  } const proper[] = {
+      {LUMINANCE16, LUMINANCE16}, {LUMINANCE8_ALPHA8, LUMINANCE16_ALPHA16}, {RGB5, RGB8}, {RGBA4, RGBA8}};
 
   _componentType = _format;
   ozImage *const image = getImage(0);
@@ -147,7 +148,9 @@ void ozTexture::fieldChanged(short id) {
     _lastFileName = _fileName;
     break;
   case IMAGE_LEVEL:
-  case FORMAT: findProperComponentType(); break;
+  case FORMAT:
+    findProperComponentType();
+    break;
   case MIN_FILTER:
     if (_minFilter != MIPMAP)
       dropLevels();

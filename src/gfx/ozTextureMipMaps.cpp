@@ -25,7 +25,8 @@ bool halve(Level const &from, int components, int width, int height, unsigned ch
       int const left = x * components, right = x == from.width - 1 ? left : left + components;
       unsigned char *const out = to + (static_cast<size_t>(rows) * width + columns) * components;
       for (int i = 0; i < components; ++i)
-        out[i] = static_cast<unsigned char>((here[left + i] + here[right + i] + below[left + i] + below[right + i]) / 4);
+        out[i] =
+            static_cast<unsigned char>((here[left + i] + here[right + i] + below[left + i] + below[right + i]) / 4);
     }
   }
   return columns == width && rows == height;

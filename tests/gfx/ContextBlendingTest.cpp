@@ -77,7 +77,8 @@ TEST_F(ContextTest, ChangesBothBlendFunctionsInTwoCallsWithoutAMask) {
   context->setBlendFuncs(C::SRC_ALPHA_SBLEND, C::ONE_DBLEND);
   EXPECT_THAT(rec.texts(), IsEmpty());
   context->setBlendFuncs(C::ONE_SBLEND, C::ZERO_DBLEND);
-  EXPECT_THAT(rec.texts(), ElementsAre("glBlendFunc(GL_ONE, GL_ONE)", "glDisable(GL_BLEND)", "glBlendFunc(GL_ONE, GL_ZERO)"));
+  EXPECT_THAT(rec.texts(),
+              ElementsAre("glBlendFunc(GL_ONE, GL_ONE)", "glDisable(GL_BLEND)", "glBlendFunc(GL_ONE, GL_ZERO)"));
 }
 
 TEST_F(ContextTest, KeepsBlendFunctionsOutOfTheDefaultStateWhileSomethingIsApplied) {

@@ -39,7 +39,8 @@ TEST(Context, ReadsTheViewportTheFirstTimeItIsMadeCurrent) {
   ozContext *const context = new ozContext(device);
   GLRecorder rec;
   context->makeCurrent(device);
-  EXPECT_THAT(rec.texts(), ElementsAre("glGetIntegerv(GL_VIEWPORT, ptr)", "glLightModelfv(GL_LIGHT_MODEL_AMBIENT, 0, 0, 0, 1)"));
+  EXPECT_THAT(rec.texts(),
+              ElementsAre("glGetIntegerv(GL_VIEWPORT, ptr)", "glLightModelfv(GL_LIGHT_MODEL_AMBIENT, 0, 0, 0, 1)"));
   EXPECT_EQ(ozContext::getCurrent(), context);
   EXPECT_EQ(context->getHDC(), device);
   int x, y, width, height;

@@ -133,7 +133,9 @@ TEST_F(ContextTest, IgnoresATextureNameThatIsNone) {
   EXPECT_EQ(ozContext::getGLTextureName(512), 0);
 }
 
-TEST_F(ContextTest, RefusesAnotherNumberOfTextureNamesOnceInUse) { EXPECT_EQ(ozContext::setDefaultQtyTextureNames(600), 0); }
+TEST_F(ContextTest, RefusesAnotherNumberOfTextureNamesOnceInUse) {
+  EXPECT_EQ(ozContext::setDefaultQtyTextureNames(600), 0);
+}
 
 TEST_F(ContextTest, ClaimsATextureObjectOnce) {
   ozContextProbe probe(context);

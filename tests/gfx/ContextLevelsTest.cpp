@@ -54,23 +54,24 @@ TEST_F(ContextTest, AppliesARecordInTheOrderOfTheItems) {
   _ozGfx const values = otherValues();
   GLRecorder rec;
   context->setStateElts(ozBitMask(1), values);
-  EXPECT_THAT(
-      rec.texts(),
-      ElementsAre("glEnable(GL_TEXTURE_2D)", "glTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, 1, 1, 1, 1)",
-                  "glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_DECAL)", "glEnable(GL_LIGHTING)", "glShadeModel(GL_FLAT)",
-                  // transpEnable under the mode in force, then the mode
-                  "glEnable(GL_BLEND)", "glBlendFunc(GL_SRC_ALPHA, GL_ZERO)",
-                  "glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)", "glEnable(GL_POLYGON_STIPPLE)",
-                  "glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA)", "glDisable(GL_BLEND)", "glBlendFunc(GL_ONE, GL_ZERO)",
-                  "glEnable(GL_ALPHA_TEST)", "glAlphaFunc(GL_NEVER, 0)", "glAlphaFunc(GL_NEVER, 0.5)", "glEnable(GL_BLEND)",
-                  "glBlendFunc(GL_DST_COLOR, GL_ZERO)", "glBlendFunc(GL_DST_COLOR, GL_ONE)",
-                  "glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE)", "glDepthFunc(GL_ALWAYS)", "glDepthMask(GL_FALSE)",
-                  "glEnable(GL_FOG)", "glPolygonMode(GL_FRONT_AND_BACK, GL_LINE)", "glEnable(GL_LINE_STIPPLE)",
-                  "glLineStipple(1, 1)", "glLineStipple(2, 1)", "glGetIntegerv(GL_MATRIX_MODE, ptr)",
-                  "glMatrixMode(GL_TEXTURE)", "glLoadMatrixf(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 1, 2, 3, 1)",
-                  "glMatrixMode(GL_MODELVIEW)", "glEnable(GL_DEPTH_TEST)", "glEnable(GL_COLOR_MATERIAL)",
-                  "glColorMaterial(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE)", "glEnable(GL_CULL_FACE)",
-                  "glCullFace(GL_BACK)", "glLineWidth(2)", "glPointSize(2)"));
+  EXPECT_THAT(rec.texts(),
+              ElementsAre("glEnable(GL_TEXTURE_2D)", "glTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, 1, 1, 1, 1)",
+                          "glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_DECAL)", "glEnable(GL_LIGHTING)",
+                          "glShadeModel(GL_FLAT)",
+                          // transpEnable under the mode in force, then the mode
+                          "glEnable(GL_BLEND)", "glBlendFunc(GL_SRC_ALPHA, GL_ZERO)",
+                          "glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)", "glEnable(GL_POLYGON_STIPPLE)",
+                          "glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA)", "glDisable(GL_BLEND)",
+                          "glBlendFunc(GL_ONE, GL_ZERO)", "glEnable(GL_ALPHA_TEST)", "glAlphaFunc(GL_NEVER, 0)",
+                          "glAlphaFunc(GL_NEVER, 0.5)", "glEnable(GL_BLEND)", "glBlendFunc(GL_DST_COLOR, GL_ZERO)",
+                          "glBlendFunc(GL_DST_COLOR, GL_ONE)", "glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE)",
+                          "glDepthFunc(GL_ALWAYS)", "glDepthMask(GL_FALSE)", "glEnable(GL_FOG)",
+                          "glPolygonMode(GL_FRONT_AND_BACK, GL_LINE)", "glEnable(GL_LINE_STIPPLE)",
+                          "glLineStipple(1, 1)", "glLineStipple(2, 1)", "glGetIntegerv(GL_MATRIX_MODE, ptr)",
+                          "glMatrixMode(GL_TEXTURE)", "glLoadMatrixf(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 1, 2, 3, 1)",
+                          "glMatrixMode(GL_MODELVIEW)", "glEnable(GL_DEPTH_TEST)", "glEnable(GL_COLOR_MATERIAL)",
+                          "glColorMaterial(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE)", "glEnable(GL_CULL_FACE)",
+                          "glCullFace(GL_BACK)", "glLineWidth(2)", "glPointSize(2)"));
 }
 
 TEST_F(ContextTest, AppliesObjectsAtTheirPlaceInTheOrder) {

@@ -19,7 +19,9 @@ protected:
     for (auto &light : lights) light->unref();
   }
 
-  int target(ozLight *light, ozMatrix4f const &matrix = ozMatrix4f()) { return context->getLightTarget(light, matrix, match); }
+  int target(ozLight *light, ozMatrix4f const &matrix = ozMatrix4f()) {
+    return context->getLightTarget(light, matrix, match);
+  }
 
   ozDirectionalLight *lights[10];
   ozMatrix4f moved;

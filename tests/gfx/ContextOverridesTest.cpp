@@ -28,7 +28,8 @@ TEST_F(ContextTest, HoldsSixteenOverrideAppearances) {
 }
 
 TEST_F(ContextTest, RefusesANullOverrideAppearance) {
-  EXPECT_EQ(stderrOf([&] { context->pushOverrideAppearance(nullptr); }), "pushOverrideAppearance was passed a NULL node.\n");
+  EXPECT_EQ(stderrOf([&] { context->pushOverrideAppearance(nullptr); }),
+            "pushOverrideAppearance was passed a NULL node.\n");
   EXPECT_EQ(stderrOf([&] { EXPECT_EQ(context->popOverrideAppearance(), nullptr); }),
             "underflow in ozContext override appearance stack\n");
 }

@@ -40,7 +40,11 @@ Item const items[] = {
      [](C *c) { c->setTexEnv(C::DECAL_TENV); },
      {"glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_DECAL)"}},
     {"TexGenEnable", 6, [](C *c) { c->setTexGenEnable(0); }, [](C *c) { c->setTexGenEnable(1); }, {}},
-    {"LightEnable", 7, [](C *c) { c->setLightEnable(0); }, [](C *c) { c->setLightEnable(1); }, {"glEnable(GL_LIGHTING)"}},
+    {"LightEnable",
+     7,
+     [](C *c) { c->setLightEnable(0); },
+     [](C *c) { c->setLightEnable(1); },
+     {"glEnable(GL_LIGHTING)"}},
     {"ShadeModel",
      8,
      [](C *c) { c->setShadeModel(C::SMOOTH_SHADE); },
@@ -51,13 +55,21 @@ Item const items[] = {
      [](C *c) { c->setTranspEnable(0); },
      [](C *c) { c->setTranspEnable(1); },
      {"glEnable(GL_BLEND)", "glBlendFunc(GL_SRC_ALPHA, GL_ZERO)", "glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)"}},
-    {"TranspMode", 10, [](C *c) { c->setTranspMode(C::BLEND_TRANSP); }, [](C *c) { c->setTranspMode(C::FAST_TRANSP); }, {}},
+    {"TranspMode",
+     10,
+     [](C *c) { c->setTranspMode(C::BLEND_TRANSP); },
+     [](C *c) { c->setTranspMode(C::FAST_TRANSP); },
+     {}},
     {"AlphaFunc",
      11,
      [](C *c) { c->setAlphaFunc(C::ALWAYS_AFUNC); },
      [](C *c) { c->setAlphaFunc(C::GREATER_AFUNC); },
      {"glEnable(GL_ALPHA_TEST)", "glAlphaFunc(GL_GREATER, 0)"}},
-    {"AlphaRef", 12, [](C *c) { c->setAlphaRef(0); }, [](C *c) { c->setAlphaRef(0.5f); }, {"glAlphaFunc(GL_ALWAYS, 0.5)"}},
+    {"AlphaRef",
+     12,
+     [](C *c) { c->setAlphaRef(0); },
+     [](C *c) { c->setAlphaRef(0.5f); },
+     {"glAlphaFunc(GL_ALWAYS, 0.5)"}},
     {"BlendColor", 13, [](C *c) { c->setBlendColor(0, 0, 0, 0); }, [](C *c) { c->setBlendColor(1, 0, 0, 1); }, {}},
     {"SrcBlendFunc",
      14,
@@ -98,7 +110,11 @@ Item const items[] = {
      [](C *c) { c->setTexTransform(turned); },
      {"glGetIntegerv(GL_MATRIX_MODE, ptr)", "glMatrixMode(GL_TEXTURE)",
       "glLoadMatrixf(0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1)", "glMatrixMode(GL_MODELVIEW)"}},
-    {"DepthEnable", 26, [](C *c) { c->setDepthEnable(0); }, [](C *c) { c->setDepthEnable(1); }, {"glEnable(GL_DEPTH_TEST)"}},
+    {"DepthEnable",
+     26,
+     [](C *c) { c->setDepthEnable(0); },
+     [](C *c) { c->setDepthEnable(1); },
+     {"glEnable(GL_DEPTH_TEST)"}},
     {"MaterialModeEnable",
      27,
      [](C *c) { c->setMaterialModeEnable(C::NO_COLOR_MATERIAL); },
@@ -268,10 +284,9 @@ TEST_F(ContextTest, SwitchesOffWhatItSwitchedOn) {
   context->setLineStipplePattern(65535);
   context->setCullFace(C::NO_CULL);
   context->setMaterialModeEnable(0);
-  EXPECT_THAT(rec.texts(),
-              ElementsAre("glDisable(GL_TEXTURE_2D)", "glDisable(GL_LIGHTING)", "glDisable(GL_DEPTH_TEST)",
-                          "glDisable(GL_FOG)", "glDisable(GL_ALPHA_TEST)", "glDisable(GL_LINE_STIPPLE)",
-                          "glDisable(GL_CULL_FACE)", "glDisable(GL_COLOR_MATERIAL)"));
+  EXPECT_THAT(rec.texts(), ElementsAre("glDisable(GL_TEXTURE_2D)", "glDisable(GL_LIGHTING)", "glDisable(GL_DEPTH_TEST)",
+                                       "glDisable(GL_FOG)", "glDisable(GL_ALPHA_TEST)", "glDisable(GL_LINE_STIPPLE)",
+                                       "glDisable(GL_CULL_FACE)", "glDisable(GL_COLOR_MATERIAL)"));
 }
 
 namespace {
@@ -301,22 +316,23 @@ TEST_F(ContextTest, MapsEveryTextureEnvironment) {
 }
 
 TEST_F(ContextTest, MapsEveryShadeModel) {
-  EXPECT_THAT(lastCalls(context, &C::setShadeModel, {0, 1}), ElementsAre("glShadeModel(GL_FLAT)", "glShadeModel(GL_SMOOTH)"));
+  EXPECT_THAT(lastCalls(context, &C::setShadeModel, {0, 1}),
+              ElementsAre("glShadeModel(GL_FLAT)", "glShadeModel(GL_SMOOTH)"));
 }
 
 TEST_F(ContextTest, MapsEveryDepthFunction) {
   EXPECT_THAT(lastCalls(context, &C::setDepthFunc, {0, 1, 2, 3, 4, 5, 6, 7}),
-              ElementsAre("glDepthFunc(GL_NEVER)", "glDepthFunc(GL_LESS)", "glDepthFunc(GL_EQUAL)", "glDepthFunc(GL_LEQUAL)",
-                          "glDepthFunc(GL_GREATER)", "glDepthFunc(GL_NOTEQUAL)", "glDepthFunc(GL_GEQUAL)",
-                          "glDepthFunc(GL_ALWAYS)"));
+              ElementsAre("glDepthFunc(GL_NEVER)", "glDepthFunc(GL_LESS)", "glDepthFunc(GL_EQUAL)",
+                          "glDepthFunc(GL_LEQUAL)", "glDepthFunc(GL_GREATER)", "glDepthFunc(GL_NOTEQUAL)",
+                          "glDepthFunc(GL_GEQUAL)", "glDepthFunc(GL_ALWAYS)"));
 }
 
 TEST_F(ContextTest, MapsEveryAlphaFunction) {
   context->setAlphaRef(0.5f);
   EXPECT_THAT(lastCalls(context, &C::setAlphaFunc, {0, 1, 2, 3, 4, 5, 6, 7}),
               ElementsAre("glAlphaFunc(GL_NEVER, 0.5)", "glAlphaFunc(GL_LESS, 0.5)", "glAlphaFunc(GL_EQUAL, 0.5)",
-                          "glAlphaFunc(GL_LEQUAL, 0.5)", "glAlphaFunc(GL_GREATER, 0.5)", "glAlphaFunc(GL_NOTEQUAL, 0.5)",
-                          "glAlphaFunc(GL_GEQUAL, 0.5)", "glDisable(GL_ALPHA_TEST)"));
+                          "glAlphaFunc(GL_LEQUAL, 0.5)", "glAlphaFunc(GL_GREATER, 0.5)",
+                          "glAlphaFunc(GL_NOTEQUAL, 0.5)", "glAlphaFunc(GL_GEQUAL, 0.5)", "glDisable(GL_ALPHA_TEST)"));
 }
 
 TEST_F(ContextTest, MapsEveryPolygonMode) {

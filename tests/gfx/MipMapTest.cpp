@@ -45,7 +45,8 @@ TEST(MipMaps, AreTheMeanOfFourPixelsCutOffToAByte) {
 
 TEST(MipMaps, TakeEachComponentByItself) {
   ozTexture texture(false);
-  texture.imageLevel()->append(makeImage(2, 2, ozImage::RGBA, {0, 100, 200, 255, 4, 100, 200, 255, 8, 100, 0, 255, 12, 100, 0, 255}));
+  texture.imageLevel()->append(
+      makeImage(2, 2, ozImage::RGBA, {0, 100, 200, 255, 4, 100, 200, 255, 8, 100, 0, 255, 12, 100, 0, 255}));
   texture.createMipMaps();
   EXPECT_THAT(pixelsOf(levelOf(texture, 1)), ElementsAre(6, 100, 100, 255));
   EXPECT_EQ(levelOf(texture, 1)->getMemoryFormat(), ozImage::RGBA);
@@ -70,7 +71,8 @@ TEST(MipMaps, NeedNoneForOnePixel) {
 TEST(MipMaps, StayInTheirBuffersAndSaySoOnceALevel) {
   ozTexture texture(false);
   // 5 x 3 makes 2 x 1 (three steps of 2 by one of 3), and that 1 x 1 without a rest.
-  texture.imageLevel()->append(makeImage(5, 3, ozImage::LUMINANCE, {10, 20, 30, 40, 50, 10, 20, 30, 40, 50, 0, 0, 0, 0, 0}));
+  texture.imageLevel()->append(
+      makeImage(5, 3, ozImage::LUMINANCE, {10, 20, 30, 40, 50, 10, 20, 30, 40, 50, 0, 0, 0, 0, 0}));
   EXPECT_EQ(stderrOf([&] { texture.createMipMaps(); }), "Read/generation size mismatch\n");
   EXPECT_EQ(sizes(texture), (Sizes{{5, 3}, {2, 1}, {1, 1}}));
   EXPECT_THAT(pixelsOf(levelOf(texture, 1)), ElementsAre(15, 35));

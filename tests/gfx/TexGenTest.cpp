@@ -97,9 +97,9 @@ TEST_F(TexGen, SwitchesEveryCoordinateWhileGenerationIsOn) {
                                    "glDisable(GL_TEXTURE_GEN_R)", "glDisable(GL_TEXTURE_GEN_Q)"));
   texGen.setModeT(ozTexGen::SPHERE_MAP);
   texGen.setModeQHack(77);
-  EXPECT_THAT(drawn(), ElementsAre("glTexGeni(GL_T, GL_TEXTURE_GEN_MODE, GL_SPHERE_MAP)", "glDisable(GL_TEXTURE_GEN_S)",
-                                   "glEnable(GL_TEXTURE_GEN_T)", "glDisable(GL_TEXTURE_GEN_R)",
-                                   "glEnable(GL_TEXTURE_GEN_Q)"));
+  EXPECT_THAT(drawn(),
+              ElementsAre("glTexGeni(GL_T, GL_TEXTURE_GEN_MODE, GL_SPHERE_MAP)", "glDisable(GL_TEXTURE_GEN_S)",
+                          "glEnable(GL_TEXTURE_GEN_T)", "glDisable(GL_TEXTURE_GEN_R)", "glEnable(GL_TEXTURE_GEN_Q)"));
 }
 
 TEST_F(TexGen, ReachesOpenGLOnlyWhenItIsSetAnew) {

@@ -38,7 +38,8 @@ TEST(Texture, HasDefaults) {
 
 TEST(Texture, HasItsFieldsInOrder) {
   ozTexture texture(false);
-  static char const *const names[] = {"fileName", "imageLevel", "format", "repeatS", "repeatT", "minFilter", "magFilter"};
+  static char const *const names[] = {"fileName", "imageLevel", "format",   "repeatS",
+                                      "repeatT",  "minFilter",  "magFilter"};
   for (int id = 0; id < 7; ++id) EXPECT_EQ(texture.getField(names[id]), texture.getField(id)) << names[id];
   ozType *const type = ozTexture::getClassType();
   EXPECT_STREQ(type->mapEnum(2, 0), "LUMINANCE");
@@ -198,9 +199,11 @@ TEST(Texture, FindsItsFormatFromTheFirstImage) {
     ozTexture texture(false);
     texture.imageLevel()->append(makeImage(1, 1, each.image));
     EXPECT_EQ(texture.getComponentCount(), each.components);
-    EXPECT_THAT(drawn(texture, gl.context), Contains(StartsWith(std::string("glTexImage2D(GL_TEXTURE_2D, 0, ") + each.texel16 + ",")));
+    EXPECT_THAT(drawn(texture, gl.context),
+                Contains(StartsWith(std::string("glTexImage2D(GL_TEXTURE_2D, 0, ") + each.texel16 + ",")));
     texture.setFormat(ozTexture::TEXEL32);
-    EXPECT_THAT(drawn(texture, gl.context), Contains(StartsWith(std::string("glTexImage2D(GL_TEXTURE_2D, 0, ") + each.texel32 + ",")));
+    EXPECT_THAT(drawn(texture, gl.context),
+                Contains(StartsWith(std::string("glTexImage2D(GL_TEXTURE_2D, 0, ") + each.texel32 + ",")));
     texture.setFormat(ozTexture::TEXEL8);
     EXPECT_THAT(drawn(texture, gl.context), Contains(StartsWith("glTexImage2D(GL_TEXTURE_2D, 0, GL_LUMINANCE,")));
     texture.setFormat(ozTexture::INTENSITY8);
@@ -250,7 +253,8 @@ TEST_F(ContextTest, DeletesTheObjectOfADestroyedTextureInEachContextInItsTime) {
   texture->draw(context);
   GLRecorder rec;
   texture->unref();
-  EXPECT_THAT(textsOf(rec.named("glDeleteTextures")), ElementsAre("glDeleteTextures(1, " + std::to_string(name + 10000) + ")"));
+  EXPECT_THAT(textsOf(rec.named("glDeleteTextures")),
+              ElementsAre("glDeleteTextures(1, " + std::to_string(name + 10000) + ")"));
   EXPECT_EQ(ozContextProbe(context).texture(name), 0);
   EXPECT_EQ(ozContextProbe(other.context).texture(name), -1);
 
