@@ -64,6 +64,7 @@
 #include "oz/ozOgl.h"
 #include "oz/ozOutput.h"
 #include "oz/ozOverrideGeoProp.h"
+#include "oz/ozPickSensor.h"
 #include "oz/ozPlane.h"
 #include "oz/ozPlatform.h"
 #include "oz/ozPointSet.h"
