@@ -1,9 +1,9 @@
 // The text form of the value arrays, and their one instantiation.
 
+#include "core/writeList.h"
 #include "oz/ozByteArray.h"
 #include "oz/ozContainer.h"
 #include "oz/ozField.h"
-#include "oz/ozOutput.h"
 #include "oz/ozPtrArray.h"
 
 // How one element is written; class types know their own form.
@@ -16,42 +16,18 @@ static void writeElement(ozOutput *out, float value) { fprintf(out->getFile(), "
 static void writeElement(ozOutput *out, void *value) {
   fprintf(out->getFile(), "0x%x", static_cast<unsigned int>(reinterpret_cast<size_t>(value)));
 }
-template <class T>
-static void writeElement(ozOutput *out, T const &value) {
-  const_cast<T &>(value).write(out);
-}
+template <class T> static void writeElement(ozOutput *out, T const &value) { const_cast<T &>(value).write(out); }
 
-// Writes the frame of an array; write(i) writes an element and returns whether there was one to write.
-template <class WriteElement>
-static void writeList(ozOutput *out, unsigned int count, bool (*isThere)(void const *, unsigned int), void const *array,
-                      WriteElement write) {
-  fputs("[\n", out->getFile());
-  for (unsigned int i = 0; i < count; ++i) {
-    if (isThere && !isThere(array, i)) continue;
-    out->indent();
-    write(i);
-    fputs(",\n", out->getFile());
-  }
-  out->indent();
-  fputs("]", out->getFile());
-}
-
-template <class Array, class T>
-void ozValueArray<Array, T>::write(ozOutput *out) const {
-  writeList(out, getCount(), nullptr, this, [&](unsigned int i) { writeElement(out, list(i)); });
-}
-
-static bool isPointerThere(void const *array, unsigned int i) {
-  return static_cast<ozPtrArray const *>(array)->get(i) != nullptr;
+template <class Array, class T> void ozValueArray<Array, T>::write(ozOutput *out) const {
+  writeList(out, getCount(), [&](unsigned int i) { writeElement(out, list(i)); });
 }
 
 void ozFieldArray::write(ozOutput *out) const {
-  writeList(out, getCount(), isPointerThere, this, [&](unsigned int i) { get(i)->write(out); });
+  writePointerList(out, *this, [out](ozField *field) { field->write(out); });
 }
 
 void ozRefArray::write(ozOutput *out) const {
-  writeList(out, getCount(), isPointerThere, this,
-            [&](unsigned int i) { static_cast<ozObject *>(get(i))->write(out); });
+  writePointerList(out, *this, [out](ozContainer *object) { static_cast<ozObject *>(object)->write(out); });
 }
 
 template class ozValueArray<ozPtrArray, void *>;
