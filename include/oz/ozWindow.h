@@ -237,28 +237,27 @@ protected:
   ozWindow(char const *title, ozType *type);
 
 private:
-  struct Context; // tells its window when it is deleted
   friend struct ozWindowList;
-  friend class ozWindowScope;
+  struct Context; // tells its window when it is deleted
 
   void init(char const *title);
   void registerCallbacks();
   void detach();
+
   static void crossingFunc(int state);
   static void destroyedFunc();
   static void timerShot(int windowId);
   static void deliverCloses();
   static void turn();
   static int timeUntilShot(int milliseconds);
-  static unsigned char switchTo(ozWindow *window);
 
   ozEvent *addEvent(int type);
-  void addInput(int type, int x, int y, int buttons);
-  static void keyInput(int type, int key, int x, int y);
+  ozEvent *addInput(int type, int x, int y, int buttons);
+  ozEvent *addMouse(int type, int x, int y, int buttons);
+  static void mouseMoved(int type, int x, int y, int buttons);
+  static void keyMoved(int type, int key, int x, int y);
   void shoot();
   void dispatch();
-
-  Context *asOwnContext() const;
 
   ozContext *_context;
   HWND _hwnd;
@@ -280,7 +279,7 @@ private:
   ozWindowItem *_item;
   unsigned char _deletePending;
   unsigned char _deleteOnCloseFlag;
-  unsigned int _idlePass; // the last idle turn that has come by here
+  unsigned long _idlePass; // the last idle turn that has come by here
 
   static int _InitX, _InitY, _InitWidth, _InitHeight;
   static unsigned long _InitMode;
@@ -290,6 +289,7 @@ private:
   static int _FreeRun;
   static int _MouseX, _MouseY, _MouseButtons;
   static int _PickButtonDown;
+  static unsigned long _Pass; // idle turns so far
 };
 
 #endif
