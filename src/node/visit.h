@@ -33,7 +33,15 @@ inline ozTravDirective ozVisitChildren(ozRefArray const &children, Action *actio
   return verdict;
 }
 
-/// The same for ozNode::sound, which has no verdict.
+/// Visits one child; the result is its verdict. One that is not there is passed over.
+template <auto Visit, class Action>
+inline ozTravDirective ozVisitChild(ozRefArray const &children, int index, Action *action) {
+  if (index < 0 || index >= static_cast<int>(children.getCount())) return TRAV_CONT;
+  ozNode *const child = static_cast<ozNode *>(children[static_cast<unsigned int>(index)]);
+  return child ? (child->*Visit)(action) : TRAV_CONT;
+}
+
+/// As ozVisitChildren for ozNode::sound, which has no verdict.
 inline void ozSoundChildren(ozRefArray const &children, ozSoundAction *action) {
   ozForEachIndex(children, [&](unsigned int i) {
     static_cast<ozNode *>(children[i])->sound(action);

@@ -1,0 +1,31 @@
+#include "node/glSupport.h"
+
+#include <GL/gl.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+
+char const *ozGLVersion() { return reinterpret_cast<char const *>(glGetString(GL_VERSION)); }
+
+bool ozHasExtension(char const *&list, char const *name) {
+  if (!*name || strchr(name, ' ')) return false;
+  if (!list) list = reinterpret_cast<char const *>(glGetString(GL_EXTENSIONS));
+  if (!list) return false;
+  size_t const length = strlen(name);
+  for (char const *hit = list; (hit = strstr(hit, name)); hit += length)
+    if ((hit == list || hit[-1] == ' ') && (hit[length] == ' ' || hit[length] == '\0')) return true;
+  return false;
+}
+
+int ozSupportLevel(char const *&list, char const *extension, char const *what) {
+  char const *const version = ozGLVersion();
+  if (!version) return 0;
+  char start[4] = "";
+  strncpy(start, version, 3);
+  if (strtod(start, nullptr) > 1.0) return 2;
+  if (strncmp(version, "1.0", 3) != 0) {
+    fprintf(stderr, "Unexpected GL_VERSION string!\n%s is disabled ...\n", what);
+    return 0;
+  }
+  return ozHasExtension(list, extension) ? 1 : 0;
+}
