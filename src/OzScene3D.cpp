@@ -104,9 +104,12 @@ ClassType const Classes[] = {
     ozSpotLight::getClassType,
     ozShape::getClassType,
     ozGroup::getClassType,
+    ozSwitch::getClassType,
     ozCollision::getClassType,
+    ozInline::getClassType,
     ozTransform::getClassType,
     ozEnvironment::getClassType,
+    ozBillboard::getClassType,
     ozEngine::getClassType,
     ozSpline::getClassType,
     ozTimeSensor::getClassType,
@@ -121,6 +124,10 @@ ClassType const Classes[] = {
     ozCoordinateInterpolator::getClassType,
     ozOrientationInterpolator::getClassType,
     ozNormalInterpolator::getClassType,
+    ozBlendEquation::getClassType,
+    ozPolygonOffset::getClassType,
+    ozSwitchContext::getClassType,
+    ozLogicOp::getClassType,
 };
 
 } // namespace
