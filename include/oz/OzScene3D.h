@@ -49,7 +49,6 @@
 #include "oz/ozImage.h"
 #include "oz/ozIndexedFaceSet.h"
 #include "oz/ozIndexedLineSet.h"
-#include "oz/ozIndexedSet.h"
 #include "oz/ozInline.h"
 #include "oz/ozInterpolator.h"
 #include "oz/ozIsectAction.h"

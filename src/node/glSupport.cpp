@@ -7,9 +7,12 @@
 
 char const *ozGLVersion() { return reinterpret_cast<char const *>(glGetString(GL_VERSION)); }
 
-bool ozHasExtension(char const *&list, char const *name) {
+bool ozHasExtension(char *&list, char const *name) {
   if (!*name || strchr(name, ' ')) return false;
-  if (!list) list = reinterpret_cast<char const *>(glGetString(GL_EXTENSIONS));
+  if (!list) {
+    GLubyte const *const now = glGetString(GL_EXTENSIONS);
+    list = now ? strdup(reinterpret_cast<char const *>(now)) : nullptr;
+  }
   if (!list) return false;
   size_t const length = strlen(name);
   for (char const *hit = list; (hit = strstr(hit, name)); hit += length)
@@ -17,7 +20,7 @@ bool ozHasExtension(char const *&list, char const *name) {
   return false;
 }
 
-int ozSupportLevel(char const *&list, char const *extension, char const *what) {
+int ozSupportLevel(char *&list, char const *extension, char const *what) {
   char const *const version = ozGLVersion();
   if (!version) return 0;
   char start[4] = "";

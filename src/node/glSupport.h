@@ -7,11 +7,12 @@
 /// The version string of the current rendering context; null without one.
 char const *ozGLVersion();
 
-/// Whether a list of extensions names one, as a whole word. The list, read at the first question, stays in `list`.
-bool ozHasExtension(char const *&list, char const *name);
+/// Whether the list of extensions names one, as a whole word. A copy of the list, taken at the first question, stays in
+/// `list`: the string itself goes with the rendering context.
+bool ozHasExtension(char *&list, char const *name);
 
 /// The support level of something that OpenGL has from version 1.1 on, and an extension for 1.0: 2, 1, or 0 for none.
 /// A version that is neither is complained of, with what is disabled.
-int ozSupportLevel(char const *&list, char const *extension, char const *what);
+int ozSupportLevel(char *&list, char const *extension, char const *what);
 
 #endif

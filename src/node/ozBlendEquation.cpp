@@ -11,7 +11,7 @@
 
 namespace {
 
-char const *extensions = nullptr;
+char *extensions = nullptr;
 void(APIENTRY *blendEquation)(GLenum mode) = nullptr;
 
 // By BlendEqEnum. The last two values belong to the extension that brings the minimum and maximum by alpha.

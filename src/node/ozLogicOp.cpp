@@ -16,7 +16,7 @@ ozLogicOp::LogicOpEnum ozLogicOp::getLogicOp() { return read(3, _logicOp); }
 void ozLogicOp::setLogicOp(LogicOpEnum op) { store(3, _logicOp, op); }
 
 void ozLogicOp::extensionDetect() {
-  static char const *extensions = nullptr;
+  static char *extensions = nullptr;
   _supported = ozSupportLevel(extensions, "GL_EXT_blend_logic_op", "logic op");
 }
 

@@ -24,7 +24,7 @@ ozPolygonOffset::ozPolygonOffset(ozType *type) : ozGroup(type) {
 ozPolygonOffset::~ozPolygonOffset() { destroyFieldContents(_ClassType); }
 
 void ozPolygonOffset::extensionDetect() {
-  static char const *extensions = nullptr;
+  static char *extensions = nullptr;
   _supported = ozSupportLevel(extensions, "GL_EXT_polygon_offset", "polygonoffset");
 }
 

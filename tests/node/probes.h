@@ -149,15 +149,15 @@ ozOrthoCamera *wideCamera();
 
 #define EXPECT_BOX(box, x0, y0, z0, x1, y1, z1)                                                                        \
   do {                                                                                                                 \
-    ozBoxBound const b = (box);                                                                                        \
-    EXPECT_NEAR(b.min[0], x0, 1e-4); EXPECT_NEAR(b.min[1], y0, 1e-4); EXPECT_NEAR(b.min[2], z0, 1e-4);                 \
-    EXPECT_NEAR(b.max[0], x1, 1e-4); EXPECT_NEAR(b.max[1], y1, 1e-4); EXPECT_NEAR(b.max[2], z1, 1e-4);                 \
+    ozBoxBound const found = (box);                                                                                    \
+    EXPECT_NEAR(found.min[0], x0, 1e-4); EXPECT_NEAR(found.min[1], y0, 1e-4); EXPECT_NEAR(found.min[2], z0, 1e-4);     \
+    EXPECT_NEAR(found.max[0], x1, 1e-4); EXPECT_NEAR(found.max[1], y1, 1e-4); EXPECT_NEAR(found.max[2], z1, 1e-4);     \
   } while (0)
 
 #define EXPECT_VEC(v, x, y, z)                                                                                         \
   do {                                                                                                                 \
-    ozVec3f const a = (v);                                                                                             \
-    EXPECT_NEAR(a[0], x, 1e-4); EXPECT_NEAR(a[1], y, 1e-4); EXPECT_NEAR(a[2], z, 1e-4);                                \
+    ozVec3f const found = (v);                                                                                         \
+    EXPECT_NEAR(found[0], x, 1e-4); EXPECT_NEAR(found[1], y, 1e-4); EXPECT_NEAR(found[2], z, 1e-4);                    \
   } while (0)
 
 #endif
