@@ -15,7 +15,7 @@
   OZ_COPYABLE(Class)                                                                                                   \
                                                                                                                        \
 public:                                                                                                                \
-  /** Describes the elements to the drawing code: data, stride, size, type and call, but not the index. */           \
+  /** Describes the elements to the drawing code: data, stride, size, type and call, but not the index. */             \
   virtual void getGLAttr(ozGLAttr &attr) = 0
 
 /// Declares what every set with a field has: its constructors and the accessor of the field.
@@ -25,7 +25,7 @@ public:                                                                         
                                                                                                                        \
 public:                                                                                                                \
   Class();                                                                                                             \
-  /** Makes room for so many elements; there are none yet. */                                                         \
+  /** Makes room for so many elements; there are none yet. */                                                          \
   explicit Class(int room);                                                                                            \
   /** A view on shared data: element 0 at byte `offset`, then one every `stride` bytes. Holds a reference on the data. \
    */                                                                                                                  \
@@ -72,7 +72,8 @@ class OZ_API ozNormalSet3f : public ozNormalSet {
   OZ_ATTRIBUTE_SET(ozNormalSet3f, ozMFVec3f, ozVec3fArray, vector);
 };
 
-/// Normals of three shorts, 32767 standing for 1. For drawing only: the culling of back primitives takes no notice of them.
+/// Normals of three shorts, 32767 standing for 1. For drawing only: the culling of back primitives takes no notice of
+/// them.
 class OZ_API ozNormalSet3s : public ozNormalSet {
   OZ_ATTRIBUTE_SET(ozNormalSet3s, ozMFVec3s, ozVec3sArray, vector);
 };

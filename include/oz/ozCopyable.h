@@ -5,8 +5,8 @@
 
 /// @file
 /// Copy construction and assignment of containers that own arrays or count references. Both copy the values of the
-/// fields, share what reference fields refer to, and leave name, user data, parents and connections alone: the copy is an
-/// object of its own, with count 0. To copy those as well see ozContainer::copy() and clone().
+/// fields, share what reference fields refer to, and leave name, user data, parents and connections alone: the copy is
+/// an object of its own, with count 0. To copy those as well see ozContainer::copy() and clone().
 
 /// Declares the copy constructor and the assignment.
 #define OZ_COPYABLE(Class)                                                                                             \

@@ -6,12 +6,12 @@
 #include "oz/ozGeometry.h"
 #include "oz/ozSFRef.h"
 
-/// Base of all sets of primitives. A set refers to coordinates and up to three more attributes, each with an index of its
-/// own or none, and says how often each attribute changes: once for the set, once a primitive or once a vertex.
+/// Base of all sets of primitives. A set refers to coordinates and up to three more attributes, each with an index of
+/// its own or none, and says how often each attribute changes: once for the set, once a primitive or once a vertex.
 ///
 /// From these it derives at each change which small function runs at each of the three frequencies, and whether the set
-/// goes to OpenGL through vertex arrays (all attributes share one index, or none has one) or vertex by vertex. Drawing is
-/// single threaded: the tables of functions are shared and depend on the transparency mode.
+/// goes to OpenGL through vertex arrays (all attributes share one index, or none has one) or vertex by vertex. Drawing
+/// is single threaded: the tables of functions are shared and depend on the transparency mode.
 class OZ_API ozGeoSet : public ozGeometry {
   OZ_ABSTRACT_CLASS(ozGeoSet);
   OZ_COPYABLE(ozGeoSet)
@@ -59,8 +59,8 @@ public:
   /// Which faces are not drawn and not hit; BACK_CULL by default. Until it is set, drawing takes the context's default.
   OZ_ENUM_ACCESS(ozContext::CullFaceEnum, CullFace, 14, _cullFace)
 
-  // Culling of back primitives: each primitive is tested as a whole, ahead of OpenGL, while the draw action's culling mode
-  // is on and the data have been built.
+  // Culling of back primitives: each primitive is tested as a whole, ahead of OpenGL, while the draw action's culling
+  // mode is on and the data have been built.
 
   /// Computes a reference point and a cone of normals for each primitive, replacing what there was.
   void buildBPCullData();
@@ -69,8 +69,8 @@ public:
   /// Whether a change of coordinates, normals or their indices builds the data anew, once they exist. 1 by default.
   void setBPCullDynamicBuildMode(unsigned char on) { _bpcDynamicBuildMode = on; }
   unsigned char getBPCullDynamicBuildMode() const { return _bpcDynamicBuildMode; }
-  /// The data, one entry a primitive, null while there are none. The setters free nothing; the set frees with free() what
-  /// is there in the end.
+  /// The data, one entry a primitive, null while there are none. The setters free nothing; the set frees with free()
+  /// what is there in the end.
   ozVec3f *getBPCullPoint() const { return _bpcPoint; }
   void setBPCullPoint(ozVec3f *points);
   ozVec3f *getBPCullCenter() const { return _bpcCenter; }
@@ -83,8 +83,8 @@ public:
 protected:
   typedef void (ozGeoSet::*DrawFunction)(ozGLAttrSet &);
 
-  /// What runs once for the set, once a primitive, once a vertex, and to set up the vertex arrays. Entries 2 and 3 of the
-  /// first two depend on the transparency of the last set with colours.
+  /// What runs once for the set, once a primitive, once a vertex, and to set up the vertex arrays. Entries 2 and 3 of
+  /// the first two depend on the transparency of the last set with colours.
   static DrawFunction OverallSwitch[4];
   static DrawFunction PerPrimSwitch[4];
   static DrawFunction PerVertSwitch[8];
@@ -130,14 +130,14 @@ protected:
   };
   DrawPathEnum getDrawPath() const { return static_cast<DrawPathEnum>(_drawFlags >> 9 & 7); }
 
-  /// Works out the draw flags: bits 0 and 1 normal and colour for the set, 3 and 4 a primitive, 6 to 8 texture coordinate,
-  /// normal and colour a vertex, 9 to 11 the draw path.
+  /// Works out the draw flags: bits 0 and 1 normal and colour for the set, 3 and 4 a primitive, 6 to 8 texture
+  /// coordinate, normal and colour a vertex, 9 to 11 the draw path.
   void calcBindings();
   /// The common bound: of primCount primitives of vertsPerPrim vertices each, or of as many as the lengths say. Indices
   /// and counts beyond the data are passed over; too few lengths leave the box as it was.
   void boundCoords(ozBoxBound &box, int vertsPerPrim, ozIntArray const *primLengths);
-  /// Takes VRML indices apart: all that are not negative go to dst, the lengths of the runs between the negative ones to
-  /// lengths, unless that is null. Returns the number of lengths. Neither destination is shortened.
+  /// Takes VRML indices apart: all that are not negative go to dst, the lengths of the runs between the negative ones
+  /// to lengths, unless that is null. Returns the number of lengths. Neither destination is shortened.
   int flattenVRMLIndices(ozMFInt *src, ozIndexSet *dst, ozMFInt *lengths);
   /// What a change of the lengths of primitives does, in the classes that have some.
   void lengthsChanged(short id);
@@ -183,8 +183,8 @@ protected:
   VecReader readCoords() const { return VecReader(_coordSet, _coordIndexSet); }
   /// Whether the indices that are drawn lie within their sets. Tested once a change, with a message when they do not.
   bool hasWholeIndices(Kind const &kind, ozIntArray const *lengths);
-  /// Tests the triangles of all primitives, with cull; split(prim, len, triangle) calls triangle(a, b, c, primIndex) for
-  /// each, by the position of the vertices in the primitive, and returns how many vertices the primitive takes.
+  /// Tests the triangles of all primitives, with cull; split(prim, len, triangle) calls triangle(a, b, c, primIndex)
+  /// for each, by the position of the vertices in the primitive, and returns how many vertices the primitive takes.
   template <class Split>
   int isectPrims(ozIsectAction *action, Kind const &kind, ozIntArray const *lengths, ozContext::CullFaceEnum cull,
                  Split split);

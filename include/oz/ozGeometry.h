@@ -60,10 +60,10 @@ protected:
   /// Whether the action's current segment meets the bound, as it stands.
   int isectBox(ozIsectAction *action) const;
   /// Tests the action's current segment against a triangle. A hit that is not farther than the present one shortens the
-  /// segment and is entered in the action's record, with the normal and primIndex; returns 1 then, otherwise 0. BOTH_CULL
-  /// culls nothing here: that test is the caller's.
-  int isectTri(ozIsectAction *action, ozVec3f const &a, ozVec3f const &b, ozVec3f const &c, ozContext::CullFaceEnum cull,
-               int primIndex) const;
+  /// segment and is entered in the action's record, with the normal and primIndex; returns 1 then, otherwise 0.
+  /// BOTH_CULL culls nothing here: that test is the caller's.
+  int isectTri(ozIsectAction *action, ozVec3f const &a, ozVec3f const &b, ozVec3f const &c,
+               ozContext::CullFaceEnum cull, int primIndex) const;
   void cacheTri(ozTriCache *cache, ozVec3f const &a, ozVec3f const &b, ozVec3f const &c) const;
 
   ozBoxBound _boxBound;

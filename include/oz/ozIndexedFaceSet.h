@@ -6,11 +6,11 @@
 class ozOutput;
 
 /// Polygons in the form of VRML: lists of indices in which -1 ends a face. The set keeps the fields of ozPolySet up to
-/// date from them: when they are next needed after a change of `coordIndex` or one of the other lists, which any getter, a
-/// draw or a ray does. Nothing is tessellated, so faces must be flat and convex.
+/// date from them: when they are next needed after a change of `coordIndex` or one of the other lists, which any
+/// getter, a draw or a ray does. Nothing is tessellated, so faces must be flat and convex.
 ///
-/// An empty list of indices means what VRML means by it: an attribute of vertices follows `coordIndex`, one of faces comes
-/// in their order.
+/// An empty list of indices means what VRML means by it: an attribute of vertices follows `coordIndex`, one of faces
+/// comes in their order.
 class OZ_API ozIndexedFaceSet : public ozPolySet {
   OZ_CLASS(ozIndexedFaceSet);
   OZ_COPYABLE(ozIndexedFaceSet)
@@ -48,7 +48,7 @@ protected:
 private:
   friend struct ozOwnIndices;
 
-  unsigned char _copying; // the fields come one by one, and nothing is derived from them yet
+  unsigned char _copying;       // the fields come one by one, and nothing is derived from them yet
   ozIndexSet *_ownIndexSets[4]; // of coordinates, normals, colours and texture coordinates, made on demand
   unsigned char _ccw;
   unsigned char _solid;

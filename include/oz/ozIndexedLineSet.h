@@ -5,9 +5,9 @@
 
 class ozOutput;
 
-/// Connected lines in the form of VRML: lists of indices in which -1 ends a line. The fields of ozLineStripSet follow at
-/// each change. Lines are drawn without light and texture, whatever the appearance says, and as wide as the context's
-/// default: `width` has no effect here.
+/// Connected lines in the form of VRML: lists of indices in which -1 ends a line. The fields of ozLineStripSet follow
+/// at each change. Lines are drawn without light and texture, whatever the appearance says, and as wide as the
+/// context's default: `width` has no effect here.
 class OZ_API ozIndexedLineSet : public ozLineStripSet {
   OZ_CLASS(ozIndexedLineSet);
   OZ_COPYABLE(ozIndexedLineSet)
@@ -37,7 +37,7 @@ protected:
 private:
   friend struct ozOwnIndices;
 
-  unsigned char _copying; // the fields come one by one, and nothing is derived from them yet
+  unsigned char _copying;       // the fields come one by one, and nothing is derived from them yet
   ozIndexSet *_ownIndexSets[4]; // of coordinates and, made on demand, of colours; the others stay null
   ozMFInt *_coordIndex;
   ozIntArray _coordIndices;

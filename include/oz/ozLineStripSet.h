@@ -12,9 +12,9 @@ public:
   ozLineStripSet();
 
   void draw(ozDrawAction *action) override;
-  /// Tests the lines between all consecutive entries of the coordinate index, across the ends of strips too, and takes a
-  /// line for hit that the segment passes within a tolerance. Without an index or coordinates nothing is hit; otherwise
-  /// returns 1 whether or not there was a hit.
+  /// Tests the lines between all consecutive entries of the coordinate index, across the ends of strips too, and takes
+  /// a line for hit that the segment passes within a tolerance. Without an index or coordinates nothing is hit;
+  /// otherwise returns 1 whether or not there was a hit.
   int isect(ozIsectAction *action) override;
   void calcBound(ozBoxBound &bound) override;
   int getPrimLen(int prim) override;

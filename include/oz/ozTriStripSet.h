@@ -3,8 +3,8 @@
 
 #include "oz/ozGeoSet.h"
 
-/// Triangle strips: each strip has as many vertices as its length says. May be compiled into a display list, which follows
-/// the changes of the set.
+/// Triangle strips: each strip has as many vertices as its length says. May be compiled into a display list, which
+/// follows the changes of the set.
 class OZ_API ozTriStripSet : public ozGeoSet {
   OZ_CLASS(ozTriStripSet);
   OZ_COPYABLE(ozTriStripSet)

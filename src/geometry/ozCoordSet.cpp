@@ -30,8 +30,7 @@ void ozCoordSet::fieldChanged(short id) {
     init();                                                                                                            \
   }                                                                                                                    \
   Class::Class(ozData *data, short stride, short offset) : Class(getClassType(), data, stride, offset) {}              \
-  Class::Class(ozType *type, ozData *data, short stride, short offset)                                                 \
-      : Parent(type), _values(data, offset, stride) {                                                                  \
+  Class::Class(ozType *type, ozData *data, short stride, short offset) : Parent(type), _values(data, offset, stride) { \
     init();                                                                                                            \
   }                                                                                                                    \
   Class::Class(Class const &other) : Parent(Copy) {                                                                    \
@@ -74,7 +73,8 @@ OZ_DEFINE_ATTRIBUTE_SET(ozCoordSet3f, "CoordSet3f", ozCoordSet, ozMFVec3f, "poin
 OZ_DEFINE_ATTRIBUTE_SET(ozNormalSet3f, "NormalSet3f", ozNormalSet, ozMFVec3f, "vector", glNormal3fv, GL_FLOAT, 3, 0)
 OZ_DEFINE_ATTRIBUTE_SET(ozNormalSet3s, "NormalSet3s", ozNormalSet, ozMFVec3s, "vector3s", glNormal3sv, GL_SHORT, 3, 0)
 OZ_DEFINE_ATTRIBUTE_SET(ozColorSet4f, "ColorSet4f", ozColorSet, ozMFVec4f, "color", glColor4fv, GL_FLOAT, 4, 0)
-OZ_DEFINE_ATTRIBUTE_SET(ozTexCoordSet2f, "TexCoordSet2f", ozTexCoordSet, ozMFVec2f, "point", glTexCoord2fv, GL_FLOAT, 2, 0)
+OZ_DEFINE_ATTRIBUTE_SET(ozTexCoordSet2f, "TexCoordSet2f", ozTexCoordSet, ozMFVec2f, "point", glTexCoord2fv, GL_FLOAT, 2,
+                        0)
 
 // One more: the screen door reads a fourth float behind each colour, behind the last one too.
 OZ_DEFINE_ATTRIBUTE_SET(ozColorSet3f, "ColorSet3f", ozColorSet, ozMFVec3f, "color", glColor3fv, GL_FLOAT, 3, 1)

@@ -9,8 +9,10 @@
 /// Defines how a class chooses whether its primitives are tested, and its two ways to draw them.
 #define OZ_DEFINE_DRAW(Class, lengths)                                                                                 \
   void Class::draw(ozDrawAction *action) {                                                                             \
-    if (action->getBPCullMode() != ozDrawAction::NO_BPC) drawWithBpc(action);                                          \
-    else drawWithoutBpc(action);                                                                                       \
+    if (action->getBPCullMode() != ozDrawAction::NO_BPC)                                                               \
+      drawWithBpc(action);                                                                                             \
+    else                                                                                                               \
+      drawWithoutBpc(action);                                                                                          \
   }                                                                                                                    \
   void Class::drawWithBpc(ozDrawAction *action) {                                                                      \
     ozGLAttrSet attrs;                                                                                                 \
@@ -61,8 +63,9 @@
   void Class::calcBound(ozBoxBound &bound) { boundCoords(bound, 0, &member); }                                         \
   int Class::getPrimLen(int prim) {                                                                                    \
     ozIntArray const &lengths = field->get();                                                                          \
-    return prim >= 0 && static_cast<unsigned int>(prim) < lengths.getCount() ? lengths[static_cast<unsigned int>(prim)] \
-                                                                             : 0;                                      \
+    return prim >= 0 && static_cast<unsigned int>(prim) < lengths.getCount()                                           \
+               ? lengths[static_cast<unsigned int>(prim)]                                                              \
+               : 0;                                                                                                    \
   }                                                                                                                    \
   OZ_DEFINE_TYPE(Class, Name, ozGeoSet)
 

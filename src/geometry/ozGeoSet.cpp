@@ -17,7 +17,8 @@ OZ_DEFINE_TYPE(ozGeoSet, "GeoSet", ozGeometry) {
   static char const *const texCoordBinds[] = {"NO_TEX_COORD", "PER_VERTEX_TEX_COORD"};
   static int const values[] = {0, 1, 2, 3};
 
-  ozSFEnum::addTypeField(type, "cullFace", 14, ozContext::BACK_CULL, &ozGeoSet::_cullFace); // ahead of the others: meant
+  ozSFEnum::addTypeField(type, "cullFace", 14, ozContext::BACK_CULL,
+                         &ozGeoSet::_cullFace); // ahead of the others: meant
   type->defineEnums(14, 4, cullFaces, values);
   ozSFInt::addTypeField(type, "primCount", 2, 0, &ozGeoSet::_primCount);
   ozSFEnum::addTypeField(type, "normalBind", 3, NO_NORMAL, &ozGeoSet::_normalBind);
@@ -95,7 +96,8 @@ void ozGeoSet::fieldChanged(short id) {
     return;
   }
   if (_boundMode == DYNAMIC && (id == 2 || id == 6 || id == 10)) propagateSideEffect(0);
-  if (getBPCullDynamicBuildMode() && existsBPCullData() && (id == 6 || id == 7 || id == 10 || id == 11)) buildBPCullData();
+  if (getBPCullDynamicBuildMode() && existsBPCullData() && (id == 6 || id == 7 || id == 10 || id == 11))
+    buildBPCullData();
   if (id == 14) _setMask.onBit(ozContext::CULL_FACE_ITEM);
   calcBindings();
   touchField(id);
@@ -112,8 +114,10 @@ void ozGeoSet::lengthsChanged(short id) {
 
 void ozGeoSet::childChanged(ozContainer *child, short id) {
   bool const coords = child == _coordSet || child == _coordIndexSet;
-  if (coords && _boundMode == DYNAMIC) propagateSideEffect(0);
-  else ozContainer::childChanged(child, id);
+  if (coords && _boundMode == DYNAMIC)
+    propagateSideEffect(0);
+  else
+    ozContainer::childChanged(child, id);
   ++_version;
 }
 
@@ -145,8 +149,10 @@ void ozGeoSet::calcBindings() {
                      (_normalBindNow && _normalIndexSet != _coordIndexSet) ||
                      (_texCoordBindNow && _texCoordIndexSet != _coordIndexSet);
   unsigned int path = IMMEDIATE_PATH;
-  if (!split && (flags & 0x38)) path = _coordIndexSet ? ELEMENT_PRIM_PATH : ARRAY_PRIM_PATH;
-  else if (!split) path = _coordIndexSet ? ELEMENT_PATH : ARRAY_PATH;
+  if (!split && (flags & 0x38))
+    path = _coordIndexSet ? ELEMENT_PRIM_PATH : ARRAY_PRIM_PATH;
+  else if (!split)
+    path = _coordIndexSet ? ELEMENT_PATH : ARRAY_PATH;
   _drawFlags = static_cast<unsigned short>((_drawFlags & ~0xfffu) | flags | path << 9);
 }
 

@@ -16,12 +16,13 @@ inline void send(ozGLAttr const &attr) {
   attr.glFunc(attr.index ? attr.data + static_cast<ptrdiff_t>(attr.stride) * *attr.index : attr.data);
 }
 
-template <bool ADVANCE>
-inline void sendNext(ozGLAttr &attr) {
+template <bool ADVANCE> inline void sendNext(ozGLAttr &attr) {
   send(attr);
   if (!ADVANCE) return;
-  if (attr.index) ++attr.index;
-  else attr.data += attr.stride;
+  if (attr.index)
+    ++attr.index;
+  else
+    attr.data += attr.stride;
 }
 
 // The fourth float is taken at the data cursor, never through the index, and whether or not the colours have four. It
@@ -33,16 +34,14 @@ void setStipple(ozGLAttr const &color) {
 }
 
 // For a set (ADVANCE false) or a primitive: the normal, then the colour.
-template <bool ADVANCE, bool N, bool C, bool DOOR>
-inline void sendForPrim(ozGLAttrSet &attrs) {
+template <bool ADVANCE, bool N, bool C, bool DOOR> inline void sendForPrim(ozGLAttrSet &attrs) {
   if (N) sendNext<ADVANCE>(attrs.normal);
   if (C && DOOR) setStipple(attrs.color);
   if (C) sendNext<ADVANCE>(attrs.color);
 }
 
 // For a vertex: the coordinate comes last, because it is what emits the vertex.
-template <bool C, bool N, bool T>
-inline void sendForVertex(ozGLAttrSet &attrs) {
+template <bool C, bool N, bool T> inline void sendForVertex(ozGLAttrSet &attrs) {
   if (C) sendNext<true>(attrs.color);
   if (N) sendNext<true>(attrs.normal);
   if (T) sendNext<true>(attrs.texCoord);
@@ -50,8 +49,7 @@ inline void sendForVertex(ozGLAttrSet &attrs) {
 }
 
 // Nothing resets these states after the draw; every draw through arrays sets all four.
-template <bool C, bool N, bool T>
-inline void setArrays(ozGLAttrSet const &attrs) {
+template <bool C, bool N, bool T> inline void setArrays(ozGLAttrSet const &attrs) {
   if (C) {
     glEnableClientState(GL_COLOR_ARRAY);
     glColorPointer(attrs.color.size, static_cast<GLenum>(attrs.color.type), attrs.color.stride, attrs.color.data);
@@ -120,19 +118,16 @@ ozGeoSet::DrawFunction ozGeoSet::OverallSwitch[4] = {&ozGeoSet::overallDraw0, &o
                                                      &ozGeoSet::overallDrawC, &ozGeoSet::overallDrawCN};
 ozGeoSet::DrawFunction ozGeoSet::PerPrimSwitch[4] = {&ozGeoSet::perPrimDraw0, &ozGeoSet::perPrimDrawN,
                                                      &ozGeoSet::perPrimDrawC, &ozGeoSet::perPrimDrawCN};
-ozGeoSet::DrawFunction ozGeoSet::PerVertSwitch[8] = {&ozGeoSet::perVertDraw0,  &ozGeoSet::perVertDrawT,
-                                                     &ozGeoSet::perVertDrawN,  &ozGeoSet::perVertDrawNT,
-                                                     &ozGeoSet::perVertDrawC,  &ozGeoSet::perVertDrawCT,
-                                                     &ozGeoSet::perVertDrawCN, &ozGeoSet::perVertDrawCNT};
-ozGeoSet::DrawFunction const ozGeoSet::VertArraySwitch[8] = {&ozGeoSet::vertArrayDraw0,  &ozGeoSet::vertArrayDrawT,
-                                                             &ozGeoSet::vertArrayDrawN,  &ozGeoSet::vertArrayDrawNT,
-                                                             &ozGeoSet::vertArrayDrawC,  &ozGeoSet::vertArrayDrawCT,
-                                                             &ozGeoSet::vertArrayDrawCN, &ozGeoSet::vertArrayDrawCNT};
+ozGeoSet::DrawFunction ozGeoSet::PerVertSwitch[8] = {
+    &ozGeoSet::perVertDraw0, &ozGeoSet::perVertDrawT,  &ozGeoSet::perVertDrawN,  &ozGeoSet::perVertDrawNT,
+    &ozGeoSet::perVertDrawC, &ozGeoSet::perVertDrawCT, &ozGeoSet::perVertDrawCN, &ozGeoSet::perVertDrawCNT};
+ozGeoSet::DrawFunction const ozGeoSet::VertArraySwitch[8] = {
+    &ozGeoSet::vertArrayDraw0, &ozGeoSet::vertArrayDrawT,  &ozGeoSet::vertArrayDrawN,  &ozGeoSet::vertArrayDrawNT,
+    &ozGeoSet::vertArrayDrawC, &ozGeoSet::vertArrayDrawCT, &ozGeoSet::vertArrayDrawCN, &ozGeoSet::vertArrayDrawCNT};
 
 // ---- the start of a draw
 
-template <class Set>
-static void describe(Set *set, ozIndexSet *indexSet, ozGLAttr &attr) {
+template <class Set> static void describe(Set *set, ozIndexSet *indexSet, ozGLAttr &attr) {
   set->cleanFields();
   set->getGLAttr(attr);
   attr.index = indexSet ? indexSet->index()->edit() : nullptr;
@@ -158,7 +153,8 @@ void ozGeoSet::beginDraw(ozGLAttrSet &attrs, ozContext *context) {
   } else if (context->getMaterialModeEnable()) {
     glColor4f(1, 1, 1, 1);
   }
-  context->setCullFace(_setMask.getBit(ozContext::CULL_FACE_ITEM) ? _cullFace : getContextDefaultStateCullFace(context));
+  context->setCullFace(_setMask.getBit(ozContext::CULL_FACE_ITEM) ? _cullFace
+                                                                  : getContextDefaultStateCullFace(context));
   if (_coordSet) describe(_coordSet, _coordIndexSet, attrs.coord);
   setContextWhichSetStateAsDefaultState(context);
 }

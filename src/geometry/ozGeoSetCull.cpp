@@ -1,5 +1,5 @@
-// Culling of back primitives: for each primitive a point, the axis of a cone that holds its normals, and the cosine that
-// the direction to the eye must reach against the axis for any part of it to face the eye.
+// Culling of back primitives: for each primitive a point, the axis of a cone that holds its normals, and the cosine
+// that the direction to the eye must reach against the axis for any part of it to face the eye.
 
 #include <limits.h>
 #include <math.h>
@@ -78,17 +78,22 @@ ozVec3f ozGeoSet::getRefPoint(int, int first, int) {
 }
 
 void ozGeoSet::getNormBB(int prim, int first, int len, ozVec3f &min, ozVec3f &max) {
-  if (_bpcPrimNormMode) getPrimNormBB(prim, first, len, min, max);
-  else getPrimFaceNormBB(prim, first, len, min, max);
+  if (_bpcPrimNormMode)
+    getPrimNormBB(prim, first, len, min, max);
+  else
+    getPrimFaceNormBB(prim, first, len, min, max);
 }
 
 void ozGeoSet::getPrimNormBB(int prim, int first, int len, ozVec3f &min, ozVec3f &max) {
   VecReader const normals(_normalSet, _normalIndexSet);
   if (!normals.data) return;
   ozVec3f const *normal = nullptr;
-  if (_normalBind == PER_VERTEX_NORMAL) normal = normals.get(static_cast<unsigned int>(first));
-  else if (_normalBind == PER_PRIM_NORMAL) normal = normals.get(static_cast<unsigned int>(prim));
-  else if (_normalBind == OVERALL_NORMAL) normal = normals.get(0);
+  if (_normalBind == PER_VERTEX_NORMAL)
+    normal = normals.get(static_cast<unsigned int>(first));
+  else if (_normalBind == PER_PRIM_NORMAL)
+    normal = normals.get(static_cast<unsigned int>(prim));
+  else if (_normalBind == OVERALL_NORMAL)
+    normal = normals.get(0);
   min = max = normal ? *normal : ozVec3f();
   if (_normalBind != PER_VERTEX_NORMAL || len <= 1) return;
   ozBoxBound box;
@@ -126,7 +131,8 @@ void ozGeoSet::addFaceNormal(VecReader const &coords, int a, int b, int c, ozVec
   max = box.max;
 }
 
-unsigned char ozGeoSet::getTriNormal(ozVec3f const &a, ozVec3f const &b, ozVec3f const &c, float &x, float &y, float &z) {
+unsigned char ozGeoSet::getTriNormal(ozVec3f const &a, ozVec3f const &b, ozVec3f const &c, float &x, float &y,
+                                     float &z) {
   ozVec3f ab, ac, normal;
   ab.sub(b, a);
   ac.sub(c, a);

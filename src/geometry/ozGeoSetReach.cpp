@@ -9,8 +9,7 @@
 
 namespace {
 
-template <class Array>
-unsigned int inUse(Array &array) {
+template <class Array> unsigned int inUse(Array &array) {
   unsigned int const count = array.getCount(), size = array.getSize();
   return count < size ? count : size; // shrinking an array can leave its count above its size
 }

@@ -13,7 +13,9 @@ OZ_DEFINE_ABSTRACT_CLASS(ozGeometry, "Geometry", ozContainer) {
   type->defineEnums(1, 2, names, values);
 }
 
-ozGeometry::ozGeometry(ozGeometry const &other) : ozGeometry(other.getType()) { ozCopyFields(_ClassType, this, &other); }
+ozGeometry::ozGeometry(ozGeometry const &other) : ozGeometry(other.getType()) {
+  ozCopyFields(_ClassType, this, &other);
+}
 
 ozGeometry &ozGeometry::operator=(ozGeometry const &other) {
   if (this != &other) ozAssignFields(_ClassType, this, &other);
@@ -58,7 +60,9 @@ void ozGeometry::compile(ozCompileAction *) {}
 
 // ---- rays
 
-int ozGeometry::isectBox(ozIsectAction *action) const { return _boxBound.isect(action->getActiveSeg(), nullptr, nullptr); }
+int ozGeometry::isectBox(ozIsectAction *action) const {
+  return _boxBound.isect(action->getActiveSeg(), nullptr, nullptr);
+}
 
 int ozGeometry::isect(ozIsectAction *action) {
   cleanFields();
@@ -89,8 +93,8 @@ void ozGeometry::cacheTri(ozTriCache *cache, ozVec3f const &a, ozVec3f const &b,
   cache->invDet = 1.0f / det;
 }
 
-// Plane first, then barycentric coordinates in the projection: Badouel, "An Efficient Ray-Polygon Intersection", Graphics
-// Gems, 1990.
+// Plane first, then barycentric coordinates in the projection: Badouel, "An Efficient Ray-Polygon Intersection",
+// Graphics Gems, 1990.
 int ozGeometry::isectTri(ozIsectAction *action, ozVec3f const &a, ozVec3f const &b, ozVec3f const &c,
                          ozContext::CullFaceEnum cull, int primIndex) const {
   ozTriCache cache;

@@ -64,8 +64,8 @@ void ozIndexedFaceSet::recursiveCopy(ozContainer *src, ozCloneTable *table) {
 void ozIndexedFaceSet::fieldChanged(short id) {
   if (id < _ClassType->getAncestorFieldCount()) {
     ozPolySet::fieldChanged(id);
-    // How an attribute is bound, and the index of the coordinates, decide what one without indices follows. An index set
-    // that was stored stays.
+    // How an attribute is bound, and the index of the coordinates, decide what one without indices follows. An index
+    // set that was stored stays.
     if (id == 3 || id == 10) markSideEffect(11);
     if (id == 4 || id == 10) markSideEffect(12);
     if (id == 5 || id == 10) markSideEffect(13);

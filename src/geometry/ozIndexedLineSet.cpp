@@ -64,9 +64,12 @@ void ozIndexedLineSet::fieldChanged(short id) {
       ozOwnIndices::choose(this, 2, _colorIndex, _colorBind == PER_VERTEX_COLOR);
     return;
   }
-  if (id == 19) setColorBind(_colorPerVertex ? PER_VERTEX_COLOR : PER_PRIM_COLOR);
-  else if (id == 17 && !_copying) ozOwnIndices::flattenCoords(this, _coordIndex, _stripLength);
-  else if (id == 18 && !_copying) ozOwnIndices::choose(this, 2, _colorIndex, _colorBind == PER_VERTEX_COLOR);
+  if (id == 19)
+    setColorBind(_colorPerVertex ? PER_VERTEX_COLOR : PER_PRIM_COLOR);
+  else if (id == 17 && !_copying)
+    ozOwnIndices::flattenCoords(this, _coordIndex, _stripLength);
+  else if (id == 18 && !_copying)
+    ozOwnIndices::choose(this, 2, _colorIndex, _colorBind == PER_VERTEX_COLOR);
   touchField(id);
 }
 

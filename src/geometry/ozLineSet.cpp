@@ -4,7 +4,9 @@
 
 ozGeoSet::Kind const ozLineSet::PrimKind = {GL_LINES, 2, 0, Kind::ALL, 0};
 
-OZ_DEFINE_CLASS(ozLineSet, "LineSet", ozGeoSet) { ozSFFloat::addTypeField(type, "width", 15, 1.0f, &ozLineSet::_width); }
+OZ_DEFINE_CLASS(ozLineSet, "LineSet", ozGeoSet) {
+  ozSFFloat::addTypeField(type, "width", 15, 1.0f, &ozLineSet::_width);
+}
 OZ_DEFINE_UNCULLED_DRAW(ozLineSet)
 OZ_DEFINE_FIXED_LENGTH(ozLineSet)
 

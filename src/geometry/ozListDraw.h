@@ -10,11 +10,12 @@
 // Drawing through a display list, for the two classes that have one. A list holds what drawGeometry sends, with the
 // culling of the frame that recorded it; the start of the draw stays outside.
 struct ozListDraw {
-  template <class Set>
-  static void compile(Set *set, ozCompileAction *action, ozIntArray const *lengths) {
+  template <class Set> static void compile(Set *set, ozCompileAction *action, ozIntArray const *lengths) {
     unsigned int const list = static_cast<unsigned int>(set->_listId);
-    if (set->_listId < 0) set->_listId = ozContext::newId(1);
-    else glDeleteLists(list, 1);
+    if (set->_listId < 0)
+      set->_listId = ozContext::newId(1);
+    else
+      glDeleteLists(list, 1);
     if (action->getUncompile()) return;
     ozGLAttrSet attrs;
     int const open = set->openDraw(attrs, action->getContext(), Set::PrimKind, lengths);
@@ -23,8 +24,7 @@ struct ozListDraw {
     glEndList();
   }
 
-  template <class Set>
-  static void draw(Set *set, ozDrawAction *action, ozIntArray const *lengths) {
+  template <class Set> static void draw(Set *set, ozDrawAction *action, ozIntArray const *lengths) {
     ozGLAttrSet attrs;
     ozContext *const context = action->getContext();
     if (!set->openDraw(attrs, context, Set::PrimKind, lengths)) return;
@@ -42,8 +42,7 @@ struct ozListDraw {
     glCallList(list);
   }
 
-  template <class Set>
-  static void release(Set *set) {
+  template <class Set> static void release(Set *set) {
     if (set->_listId <= 0) return;
     glDeleteLists(static_cast<unsigned int>(set->_listId), 1);
     ozContext::freeId(set->_listId, 1);
@@ -67,8 +66,10 @@ struct ozListDraw {
   void Class::compile(ozCompileAction *action) { ozListDraw::compile(this, action, lengths); }                         \
   void Class::draw(ozDrawAction *action) { ozListDraw::draw(this, action, lengths); }                                  \
   void Class::drawGeometry(ozGLAttrSet &attrs, ozDrawAction *action) {                                                 \
-    if (action && action->getBPCullMode() != ozDrawAction::NO_BPC) drawGeometryWithBpc(attrs, action);                 \
-    else drawGeometryWithoutBpc(attrs);                                                                                \
+    if (action && action->getBPCullMode() != ozDrawAction::NO_BPC)                                                     \
+      drawGeometryWithBpc(attrs, action);                                                                              \
+    else                                                                                                               \
+      drawGeometryWithoutBpc(attrs);                                                                                   \
   }                                                                                                                    \
   void Class::drawGeometryWithBpc(ozGLAttrSet &attrs, ozDrawAction *action) {                                          \
     drawPrims(attrs, PrimKind, lengths, action);                                                                       \

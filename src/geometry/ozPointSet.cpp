@@ -4,7 +4,9 @@
 
 ozGeoSet::Kind const ozPointSet::PrimKind = {GL_POINTS, 1, 0, Kind::POINTS, 1};
 
-OZ_DEFINE_CLASS(ozPointSet, "PointSet", ozGeoSet) { ozSFFloat::addTypeField(type, "size", 15, 1.0f, &ozPointSet::_size); }
+OZ_DEFINE_CLASS(ozPointSet, "PointSet", ozGeoSet) {
+  ozSFFloat::addTypeField(type, "size", 15, 1.0f, &ozPointSet::_size);
+}
 OZ_DEFINE_UNCULLED_DRAW(ozPointSet)
 OZ_DEFINE_FIXED_LENGTH(ozPointSet)
 

@@ -20,8 +20,10 @@ void ozPolySet::init() {
 }
 
 void ozPolySet::fieldChanged(short id) {
-  if (id < _ClassType->getAncestorFieldCount()) ozGeoSet::fieldChanged(id);
-  else lengthsChanged(id);
+  if (id < _ClassType->getAncestorFieldCount())
+    ozGeoSet::fieldChanged(id);
+  else
+    lengthsChanged(id);
 }
 
 int ozPolySet::isect(ozIsectAction *action) {

@@ -12,53 +12,58 @@ public:
                ozDrawAction *action)
       : _set(set), _attrs(attrs), _kind(kind), _lengths(lengths), _action(action), _prims(set._reach.prims) {}
 
-  template <bool CULL>
-  void draw() {
-    (_set.*ozGeoSet::OverallSwitch[_set._drawFlags & 7])(_attrs);
+  template <bool CULL> void draw() {
+    call(ozGeoSet::OverallSwitch[_set._drawFlags & 7]);
     if (_kind.group == ozGeoSet::Kind::POINTS) {
       // What changes a point changes a vertex. The flags keep that until the bindings are worked out again: meant so.
       _set._drawFlags |= static_cast<unsigned short>((_set._drawFlags & 24) << 4);
     }
     _perPrim = ozGeoSet::PerPrimSwitch[_set._drawFlags >> 3 & 7];
     _perVert = ozGeoSet::PerVertSwitch[_set._drawFlags >> 6 & 7];
-    if (_set.getDrawPath() != ozGeoSet::IMMEDIATE_PATH) drawArrays<CULL>();
-    else if (_kind.group == ozGeoSet::Kind::EACH) drawEach<CULL>();
-    else if (_kind.group == ozGeoSet::Kind::POLYGONS) drawPolygons<CULL>();
-    else drawAll<CULL>();
+    if (_set.getDrawPath() != ozGeoSet::IMMEDIATE_PATH)
+      drawArrays<CULL>();
+    else if (_kind.group == ozGeoSet::Kind::EACH)
+      drawEach<CULL>();
+    else if (_kind.group == ozGeoSet::Kind::POLYGONS)
+      drawPolygons<CULL>();
+    else
+      drawAll<CULL>();
   }
 
 private:
+  void call(ozGeoSet::DrawFunction function) {
+    ozGeoSet *const set = &_set;
+    (set->*function)(_attrs);
+  }
+
   int length(int prim) const {
     if (!_lengths) return _kind.len;
     int const len = (*_lengths)[static_cast<unsigned int>(prim)];
     return len > 0 ? len : 0;
   }
 
-  template <bool CULL>
-  bool passes(int prim) {
+  template <bool CULL> bool passes(int prim) {
     return !CULL || (_action->getBPCullMode() == ozDrawAction::FRONT_BPC) == _set.isPrimBpcFrontFacing(prim, _action);
   }
 
-  // Whether the primitive is to be drawn, after its own attributes have been sent if they are. A primitive that is passed
-  // over advances no cursor of its vertices, so that later ones slip back: meant so.
-  template <bool CULL>
-  bool open(int prim) {
+  // Whether the primitive is to be drawn, after its own attributes have been sent if they are. A primitive that is
+  // passed over advances no cursor of its vertices, so that later ones slip back: meant so.
+  template <bool CULL> bool open(int prim) {
     if (_kind.primFirst) {
-      (_set.*_perPrim)(_attrs);
+      call(_perPrim);
       return passes<CULL>(prim);
     }
     if (!passes<CULL>(prim)) return false;
-    (_set.*_perPrim)(_attrs);
+    call(_perPrim);
     return true;
   }
 
   void sendVertices(int count) {
-    for (int i = 0; i < count; ++i) (_set.*_perVert)(_attrs);
+    for (int i = 0; i < count; ++i) call(_perVert);
   }
 
   // One glBegin for all primitives. The vertices of points carry all there is.
-  template <bool CULL>
-  void drawAll() {
+  template <bool CULL> void drawAll() {
     glBegin(_kind.mode);
     if (_kind.group == ozGeoSet::Kind::POINTS) {
       sendVertices(_prims);
@@ -69,8 +74,7 @@ private:
     glEnd();
   }
 
-  template <bool CULL>
-  void drawEach() {
+  template <bool CULL> void drawEach() {
     for (int i = 0; i < _prims; ++i) {
       if (!open<CULL>(i)) continue;
       int const len = length(i);
@@ -81,8 +85,7 @@ private:
   }
 
   // Runs of triangles and runs of quadrilaterals share a glBegin; a larger polygon has its own.
-  template <bool CULL>
-  void drawPolygons() {
+  template <bool CULL> void drawPolygons() {
     int last = -1;
     glBegin(GL_TRIANGLES);
     for (int i = 0; i < _prims; ++i) {
@@ -105,9 +108,8 @@ private:
       glDrawArrays(_kind.mode, start, count);
   }
 
-  template <bool CULL>
-  void drawArrays() {
-    (_set.*ozGeoSet::VertArraySwitch[_set._drawFlags >> 6 & 7])(_attrs);
+  template <bool CULL> void drawArrays() {
+    call(ozGeoSet::VertArraySwitch[_set._drawFlags >> 6 & 7]);
     bool const perPrim =
         _set.getDrawPath() == ozGeoSet::ARRAY_PRIM_PATH || _set.getDrawPath() == ozGeoSet::ELEMENT_PRIM_PATH;
     if (_kind.group == ozGeoSet::Kind::POINTS || (!CULL && !perPrim && !_lengths)) {
@@ -117,7 +119,7 @@ private:
     int start = 0;
     for (int i = 0; i < _prims; ++i) {
       int const len = length(i);
-      if (perPrim) (_set.*_perPrim)(_attrs);
+      if (perPrim) call(_perPrim);
       if (passes<CULL>(i)) drawRange(start, len);
       start += len;
     }
@@ -141,6 +143,8 @@ int ozGeoSet::openDraw(ozGLAttrSet &attrs, ozContext *context, Kind const &kind,
 
 void ozGeoSet::drawPrims(ozGLAttrSet &attrs, Kind const &kind, ozIntArray const *lengths, ozDrawAction *cull) {
   ozPrimDrawer drawer(*this, attrs, kind, lengths, cull);
-  if (cull) drawer.draw<true>();
-  else drawer.draw<false>();
+  if (cull)
+    drawer.draw<true>();
+  else
+    drawer.draw<false>();
 }

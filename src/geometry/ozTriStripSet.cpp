@@ -27,8 +27,10 @@ int ozTriStripSet::isect(ozIsectAction *action) {
   ozContext::CullFaceEnum const cull = _coordIndexSet ? ozContext::NO_CULL : _cullFace;
   return isectPrims(action, PrimKind, &_stripLengths, cull, [&count](int, int len, auto const &triangle) {
     for (int k = 0; k + 2 < len; ++k) {
-      if (k & 1) triangle(k + 1, k, k + 2, count++);
-      else triangle(k, k + 1, k + 2, count++);
+      if (k & 1)
+        triangle(k + 1, k, k + 2, count++);
+      else
+        triangle(k, k + 1, k + 2, count++);
     }
     return len;
   });

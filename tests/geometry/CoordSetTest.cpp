@@ -19,8 +19,7 @@ public:
 };
 OZ_DEFINE_CLASS(Listener, "geometry test listener", ozContainer) {}
 
-template <class Set>
-ozGLAttr attrOf(Set *set) {
+template <class Set> ozGLAttr attrOf(Set *set) {
   ozGLAttr attr;
   set->getGLAttr(attr);
   return attr;
@@ -58,8 +57,7 @@ TEST(AttributeSets, StandInTheirClassTree) {
 }
 
 // The name of field 0, and whether the accessor is that field.
-template <class Set, class Field>
-std::string fieldName(Field *(Set::*accessor)() const) {
+template <class Set, class Field> std::string fieldName(Field *(Set::*accessor)() const) {
   Held<Set> set(new Set);
   EXPECT_EQ(set->getType()->getFieldInfoCount(), 1);
   EXPECT_EQ((set.get()->*accessor)(), set->getField(0));

@@ -5,25 +5,23 @@
 namespace {
 
 // Opens what is protected, for any primitive set.
-template <class Set>
-class Open : public Set {
+template <class Set> class Open : public Set {
 public:
   Open() : Set(Set::getClassType()) {}
+  using Set::_bpcTolerance;
   using Set::bpcBuildDataPrim;
   using Set::getNormBB;
   using Set::getNormBBDelta;
   using Set::getPrimNormBB;
   using Set::getRefPoint;
   using Set::getTriNormal;
-  using Set::_bpcTolerance;
 };
 
 struct Box {
   ozVec3f min, max;
 };
 
-template <class Set>
-Box faceBox(Set *set, int prim, int first, int len) {
+template <class Set> Box faceBox(Set *set, int prim, int first, int len) {
   Box box;
   set->getPrimFaceNormBB(prim, first, len, box.min, box.max);
   return box;
@@ -49,8 +47,7 @@ TEST(BPCull, BoundsFacesByDefaultAndStoredNormalsInLineStrips) {
   EXPECT_EQ(Held<ozLineStripSet>(new ozLineStripSet)->getBPCullPrimNormModeEnable(), 1);
 }
 
-template <class Set>
-int modeAfterSetting(unsigned char on) {
+template <class Set> int modeAfterSetting(unsigned char on) {
   Held<Set> set(new Set);
   set->setBPCullPrimNormModeEnable(on);
   return set->getBPCullPrimNormModeEnable();
@@ -200,7 +197,8 @@ TEST(BPCull, AQuadHasTheBoxOfTheTrianglesOnEitherSideOfItsDiagonal) {
     EXPECT_NEAR(box.min[k], std::min(n1[k], n2[k]), 1e-6);
     EXPECT_NEAR(box.max[k], std::max(n1[k], n2[k]), 1e-6);
   }
-  // p0 . p2 = 1 - 0.5 > 0 and p1 . p3 = -1: result 0, triangles (0, 1, 2) and (2, 3, 0), folded along p0-p2 = the y axis.
+  // p0 . p2 = 1 - 0.5 > 0 and p1 . p3 = -1: result 0, triangles (0, 1, 2) and (2, 3, 0), folded along p0-p2 = the y
+  // axis.
   Held<ozQuadSet> bent(new ozQuadSet);
   bent->setCoordSet(coordSet({ozVec3f(0, 1, 0), ozVec3f(-1, 1, -1), ozVec3f(0, 2, 0), ozVec3f(1, 1, -1)}));
   Box const fold = faceBox(bent.get(), 0, 0, 4);

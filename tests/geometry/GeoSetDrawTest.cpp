@@ -26,8 +26,8 @@ protected:
   }
 };
 
-// The pattern of `level` bits of 1024, from the published rule: bit col of row row is set when the interleaved number of
-// row ^ col and row, its highest bits from their lowest, is below the level.
+// The pattern of `level` bits of 1024, from the published rule: bit col of row row is set when the interleaved number
+// of row ^ col and row, its highest bits from their lowest, is below the level.
 std::vector<unsigned int> stipple(int level) {
   std::vector<unsigned int> rows(32);
   for (int row = 0; row < 32; ++row)
@@ -113,10 +113,10 @@ TEST_F(GeoSetDraw, ClientArraysAreSetAnewByEveryDraw) {
     EXPECT_EQ(draw(first.get())[0], "glEnableClientState(GL_COLOR_ARRAY)");
   }
   // The first set's colours are gone.
-  EXPECT_EQ(draw(second.get()), (Calls{"glDisableClientState(GL_COLOR_ARRAY)", "glDisableClientState(GL_NORMAL_ARRAY)",
-                                       "glDisableClientState(GL_TEXTURE_COORD_ARRAY)",
-                                       "glEnableClientState(GL_VERTEX_ARRAY)", "glVertexPointer(3, GL_FLOAT, 12, ptr)",
-                                       "glDrawArrays(GL_TRIANGLES, 0, 3)"}));
+  EXPECT_EQ(draw(second.get()),
+            (Calls{"glDisableClientState(GL_COLOR_ARRAY)", "glDisableClientState(GL_NORMAL_ARRAY)",
+                   "glDisableClientState(GL_TEXTURE_COORD_ARRAY)", "glEnableClientState(GL_VERTEX_ARRAY)",
+                   "glVertexPointer(3, GL_FLOAT, 12, ptr)", "glDrawArrays(GL_TRIANGLES, 0, 3)"}));
 }
 
 // ---- the screen door

@@ -10,9 +10,8 @@ namespace {
 class GeoSetReach : public DrawTest {
 protected:
   static int vertices(Calls const &calls) {
-    return static_cast<int>(std::count_if(calls.begin(), calls.end(), [](std::string const &call) {
-      return call.compare(0, 11, "glVertex3fv") == 0;
-    }));
+    return static_cast<int>(std::count_if(
+        calls.begin(), calls.end(), [](std::string const &call) { return call.compare(0, 11, "glVertex3fv") == 0; }));
   }
   static std::string last(Calls const &calls) { return calls.empty() ? "" : calls.back(); }
   // Makes the set draw in immediate mode.
@@ -211,7 +210,8 @@ TEST_F(GeoSetReach, ASetWithABadIndexIsNotHit) {
 
 TEST_F(GeoSetReach, RaysTestOnlyWholePrimitives) {
   Held<ozPolySet> set(new ozPolySet);
-  set->setCoordSet(coordSet({ozVec3f(0, 0, 0), ozVec3f(1, 0, 0), ozVec3f(0, 1, 0), ozVec3f(5, 0, 0), ozVec3f(6, 0, 0)}));
+  set->setCoordSet(
+      coordSet({ozVec3f(0, 0, 0), ozVec3f(1, 0, 0), ozVec3f(0, 1, 0), ozVec3f(5, 0, 0), ozVec3f(6, 0, 0)}));
   setLengths(set->polyLength(), {3, 2000000000});
   set->setPrimCount(9);
   ozBoxBound box;

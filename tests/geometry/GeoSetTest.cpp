@@ -50,12 +50,18 @@ TEST(GeoSet, HasTheFieldsOfItsTable) {
   EXPECT_EQ(ozGeoSet::getClassType()->getAncestor(), ozGeometry::getClassType());
   EXPECT_EQ(ozGeoSet::getClassType()->getFieldInfoCount(), 15);
   FieldRow const rows[] = {
-      {2, "primCount", nullptr, ozSFInt::getClassType()},       {3, "normalBind", nullptr, ozSFEnum::getClassType()},
-      {4, "colorBind", nullptr, ozSFEnum::getClassType()},      {5, "texCoordBind", nullptr, ozSFEnum::getClassType()},
-      {6, "coordSet", "coord", ozSFRef::getClassType()},        {7, "normalSet", "normal", ozSFRef::getClassType()},
-      {8, "colorSet", "color", ozSFRef::getClassType()},        {9, "texCoordSet", "texCoord", ozSFRef::getClassType()},
-      {10, "coordIndexSet", nullptr, ozSFRef::getClassType()},  {11, "normalIndexSet", nullptr, ozSFRef::getClassType()},
-      {12, "colorIndexSet", nullptr, ozSFRef::getClassType()},  {13, "texCoordIndexSet", nullptr, ozSFRef::getClassType()},
+      {2, "primCount", nullptr, ozSFInt::getClassType()},
+      {3, "normalBind", nullptr, ozSFEnum::getClassType()},
+      {4, "colorBind", nullptr, ozSFEnum::getClassType()},
+      {5, "texCoordBind", nullptr, ozSFEnum::getClassType()},
+      {6, "coordSet", "coord", ozSFRef::getClassType()},
+      {7, "normalSet", "normal", ozSFRef::getClassType()},
+      {8, "colorSet", "color", ozSFRef::getClassType()},
+      {9, "texCoordSet", "texCoord", ozSFRef::getClassType()},
+      {10, "coordIndexSet", nullptr, ozSFRef::getClassType()},
+      {11, "normalIndexSet", nullptr, ozSFRef::getClassType()},
+      {12, "colorIndexSet", nullptr, ozSFRef::getClassType()},
+      {13, "texCoordIndexSet", nullptr, ozSFRef::getClassType()},
       {14, "cullFace", nullptr, ozSFEnum::getClassType()},
   };
   Held<ozTriSet> set(new ozTriSet);
@@ -72,9 +78,9 @@ TEST(GeoSet, HasTheFieldsOfItsTable) {
 }
 
 TEST(GeoSet, RefersOnlyToSetsOfTheRightKind) {
-  ozType *const classes[] = {ozCoordSet::getClassType(), ozNormalSet::getClassType(), ozColorSet::getClassType(),
-                             ozTexCoordSet::getClassType(), ozIndexSet::getClassType(), ozIndexSet::getClassType(),
-                             ozIndexSet::getClassType(), ozIndexSet::getClassType()};
+  ozType *const classes[] = {ozCoordSet::getClassType(),    ozNormalSet::getClassType(), ozColorSet::getClassType(),
+                             ozTexCoordSet::getClassType(), ozIndexSet::getClassType(),  ozIndexSet::getClassType(),
+                             ozIndexSet::getClassType(),    ozIndexSet::getClassType()};
   for (int id = 6; id <= 13; ++id)
     EXPECT_EQ(static_cast<ozSFRefInfo *>(ozGeoSet::getClassType()->getFieldInfo(id))->getRefType(), classes[id - 6]);
 }

@@ -114,7 +114,7 @@ TEST(Geometry, WithoutATestOfItsOwnIsHitAtItsBound) {
   action.translate(10, 0, 0);
   EXPECT_EQ(plain->isect(&action), 1);
   EXPECT_EQ(action.hit.geometry, plain.get());
-  EXPECT_EQ(action.hit.distance, 20.0f);                   // nothing shortens the segment
+  EXPECT_EQ(action.hit.distance, 20.0f); // nothing shortens the segment
   EXPECT_EQ(action.hit.localPoint, ozVec3f(0, 0, -15));
   EXPECT_EQ(action.hit.worldPoint, ozVec3f(10, 0, -15));
   EXPECT_EQ(action.hit.matrix, *action.getMatrix());
@@ -239,9 +239,7 @@ TEST_F(TriIsect, CullingLooksAtTheSideThatTheRayComesFrom) {
   }
 }
 
-TEST_F(TriIsect, ARayInThePlaneIsNeverReported) {
-  EXPECT_EQ(test(ozVec3f(-1, 1, 1), ozVec3f(1, 0, 0), 100), 0);
-}
+TEST_F(TriIsect, ARayInThePlaneIsNeverReported) { EXPECT_EQ(test(ozVec3f(-1, 1, 1), ozVec3f(1, 0, 0), 100), 0); }
 
 TEST_F(TriIsect, ATriangleWithoutAreaIsNeverHit) {
   aim(action, ozVec3f(1, 1, 5), ozVec3f(0, 0, -1), 100);

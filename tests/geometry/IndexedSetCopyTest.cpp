@@ -16,16 +16,14 @@ void setAll(ozMFInt *field, std::vector<int> const &values) {
   field->set(array);
 }
 
-template <class Set>
-class Open : public Set {
+template <class Set> class Open : public Set {
 public:
   Open() : Set(Set::getClassType()) {}
   using Set::_setMask;
   int path() { return Set::_drawFlags >> 9 & 7; }
 };
 
-template <class Set>
-void expectOwnIndexSets(Set *copy, Set *set) {
+template <class Set> void expectOwnIndexSets(Set *copy, Set *set) {
   EXPECT_NE(copy->getCoordIndexSet(), set->getCoordIndexSet());
   EXPECT_EQ(valuesOf(copy->getCoordIndexSet()->index()), valuesOf(set->getCoordIndexSet()->index()));
   EXPECT_NE(copy->getColorIndexSet(), set->getColorIndexSet());

@@ -211,8 +211,7 @@ TEST(IndexedFaceSet, ACloneHasIndexSetsOfItsOwn) {
     Held<ozIndexedFaceSet> set(twoFaces());
     fill(set->normalIndex(), {1, 1, 1, -1, 0, 0, 0, -1});
     set->cleanFields();
-    Held<ozIndexedFaceSet> copy(
-        static_cast<ozIndexedFaceSet *>(set->clone(static_cast<ozContainer::CloneEnum>(mode))));
+    Held<ozIndexedFaceSet> copy(static_cast<ozIndexedFaceSet *>(set->clone(static_cast<ozContainer::CloneEnum>(mode))));
     EXPECT_NE(set->getCoordIndexSet(), copy->getCoordIndexSet());
     EXPECT_NE(set->getNormalIndexSet(), copy->getNormalIndexSet());
     EXPECT_EQ(copy->getCoordIndexSet(), copy->getColorIndexSet());
@@ -343,8 +342,7 @@ TEST(IndexedLineSet, ColoursFollowTheCoordinatesUnlessTheyHaveAList) {
 TEST(IndexedLineSet, ACloneHasIndexSetsOfItsOwn) {
   for (int mode = 0; mode < 3; ++mode) {
     Held<ozIndexedLineSet> set(twoLines());
-    Held<ozIndexedLineSet> copy(
-        static_cast<ozIndexedLineSet *>(set->clone(static_cast<ozContainer::CloneEnum>(mode))));
+    Held<ozIndexedLineSet> copy(static_cast<ozIndexedLineSet *>(set->clone(static_cast<ozContainer::CloneEnum>(mode))));
     EXPECT_NE(set->getCoordIndexSet(), copy->getCoordIndexSet());
     EXPECT_EQ((Ints{0, 1, 2, 3, 0}), list(copy->getCoordIndexSet()));
     EXPECT_EQ(copy->getCoordIndexSet(), copy->getColorIndexSet());
@@ -362,8 +360,8 @@ TEST(IndexedLineSet, WritesItsFieldsInAnOrderOfItsOwn) {
   set->setWidth(5);
   std::string const text = textOf(set.get());
   size_t at = 0;
-  for (char const *name : {"\nIndexedLineSet {\n  boxBound ", "\n  colorPerVertex 0x0", "\n  colorSet ", "\n  coordSet ",
-                           "\n  colorIndex ", "\n  coordIndex "}) {
+  for (char const *name : {"\nIndexedLineSet {\n  boxBound ", "\n  colorPerVertex 0x0", "\n  colorSet ",
+                           "\n  coordSet ", "\n  colorIndex ", "\n  coordIndex "}) {
     at = text.find(name, at);
     ASSERT_NE(std::string::npos, at) << name << text;
   }

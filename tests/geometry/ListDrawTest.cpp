@@ -9,8 +9,7 @@ namespace {
 ozMFInt *lengthsOf(ozTriStripSet *set) { return set->stripLength(); }
 ozMFInt *lengthsOf(ozTriFanSet *set) { return set->fanLength(); }
 
-template <class Set>
-class ListDraw : public DrawTest {
+template <class Set> class ListDraw : public DrawTest {
 protected:
   ListDraw() {
     set->setCoordSet(coordSet(somePoints(6)));

@@ -40,13 +40,11 @@ struct Case {
   bool primFirst; // a culled primitive sends its own attributes in immediate mode
 };
 
-template <class Set>
-std::function<ozGeoSet *()> maker() {
+template <class Set> std::function<ozGeoSet *()> maker() {
   return [] { return new Set; };
 }
 
-template <class Set>
-std::function<ozGeoSet *()> maker(ozMFInt *(Set::*lengthField)() const, std::vector<int> lengths) {
+template <class Set> std::function<ozGeoSet *()> maker(ozMFInt *(Set::*lengthField)() const, std::vector<int> lengths) {
   return [=] {
     Set *const set = new Set;
     setLengths((set->*lengthField)(), lengths);
@@ -84,8 +82,10 @@ public:
     if (_color == 1) add(colorCall(at(0, splitColor())));
     bool const perPrim = _normal == 2 || _color == 2;
     bool const split = _mode == SPLIT_INDEX && (_normal || _color || _texCoord);
-    if (split) immediate();
-    else arrays(perPrim);
+    if (split)
+      immediate();
+    else
+      arrays(perPrim);
     return _calls;
   }
 
@@ -117,8 +117,10 @@ private:
   void immediate() {
     std::string const begin = "glBegin(" + std::string(_case.mode) + ")";
     bool const polygons = std::string(_case.mode) == "GL_POLYGON";
-    if (polygons) add("glBegin(GL_TRIANGLES)");
-    else if (_case.fixed) add(begin);
+    if (polygons)
+      add("glBegin(GL_TRIANGLES)");
+    else if (_case.fixed)
+      add(begin);
     int last = -1;
     for (size_t i = 0; i < _case.lengths.size(); ++i) {
       bool const drawn = !_culling || _pass[i];
@@ -305,7 +307,8 @@ TEST_F(PrimDraw, TheArraysOfTheSetsAreWhatOpenGLReads) {
   set->draw(&action);
   auto const address = [&](char const *name) { return rec.named(name).at(0).args.back(); };
   EXPECT_EQ(address("glVertexPointer"), addressArg(static_cast<ozCoordSet3f *>(set->getCoordSet())->point()->edit()));
-  EXPECT_EQ(address("glNormalPointer"), addressArg(static_cast<ozNormalSet3f *>(set->getNormalSet())->vector()->edit()));
+  EXPECT_EQ(address("glNormalPointer"),
+            addressArg(static_cast<ozNormalSet3f *>(set->getNormalSet())->vector()->edit()));
   EXPECT_EQ(address("glColorPointer"), addressArg(static_cast<ozColorSet3f *>(set->getColorSet())->color()->edit()));
   EXPECT_EQ(address("glTexCoordPointer"),
             addressArg(static_cast<ozTexCoordSet2f *>(set->getTexCoordSet())->point()->edit()));

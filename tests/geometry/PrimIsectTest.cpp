@@ -133,8 +133,8 @@ TEST(QuadSetIsect, TestsBothHalvesOfAQuad) {
   EXPECT_EQ(hitFrom(set.get(), 0.75f, 0.25f), -1);
 }
 
-// A zigzag strip over unit squares: vertices (0, 0), (0, 1), (1, 0), (1, 1), ... turn clockwise as seen from above, so the
-// strip is listed upper edge first.
+// A zigzag strip over unit squares: vertices (0, 0), (0, 1), (1, 0), (1, 1), ... turn clockwise as seen from above, so
+// the strip is listed upper edge first.
 std::vector<ozVec3f> zigzag(int count, float x0) {
   std::vector<ozVec3f> points;
   for (int i = 0; i < count; ++i)
@@ -189,7 +189,7 @@ TEST(TriStripSetIsect, CullsNothingThroughAnIndex) {
 
 TEST(TriFanSetIsect, CountsTrianglesOverTheWholeSet) {
   Held<ozTriFanSet> set(new ozTriFanSet);
-  std::vector<ozVec3f> points = {ozVec3f(0, 0, 0),  ozVec3f(1, 0, 0),   ozVec3f(0, 1, 0),   ozVec3f(-1, 0, 0),
+  std::vector<ozVec3f> points = {ozVec3f(0, 0, 0),  ozVec3f(1, 0, 0),  ozVec3f(0, 1, 0),  ozVec3f(-1, 0, 0),
                                  ozVec3f(10, 0, 0), ozVec3f(11, 0, 0), ozVec3f(10, 1, 0), ozVec3f(9, 0, 0)};
   set->setCoordSet(coordSet(points));
   setLengths(set->fanLength(), {4, 4});

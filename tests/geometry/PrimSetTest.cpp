@@ -4,8 +4,7 @@
 
 namespace {
 
-template <class Set>
-void expectClass(char const *name, std::vector<std::pair<char const *, ozType *>> const &fields) {
+template <class Set> void expectClass(char const *name, std::vector<std::pair<char const *, ozType *>> const &fields) {
   EXPECT_STREQ(Set::getClassType()->getName(), name);
   EXPECT_EQ(Set::getClassType()->getAncestor(), ozGeoSet::getClassType());
   ASSERT_EQ(Set::getClassType()->getFieldInfoCount(), 15 + static_cast<int>(fields.size()));
@@ -70,8 +69,7 @@ TEST(PrimSets, KeepTheCountApartFromTheLengths) {
 }
 
 // Calls fieldChanged with an id and tells the mask of what was set.
-template <class Set>
-class Open : public Set {
+template <class Set> class Open : public Set {
 public:
   Open() : Set(Set::getClassType()) {}
   using Set::_setMask;
@@ -103,8 +101,7 @@ TEST(PrimSets, AChangedLengthMakesTheBoundStaleInModeStaticToo) {
   EXPECT_EQ(bound.max, ozVec3f(3, 6, 0));
 }
 
-template <class Set>
-unsigned int versionsOfALength(ozMFInt *(Set::*lengths)() const) {
+template <class Set> unsigned int versionsOfALength(ozMFInt *(Set::*lengths)() const) {
   Held<Open<Set>> set(new Open<Set>);
   (set.get()->*lengths)()->set(0, 3);
   return set->_version;

@@ -15,8 +15,7 @@
 typedef std::vector<std::string> Calls;
 
 /// Holds a reference for the length of a test.
-template <class T>
-class Held {
+template <class T> class Held {
 public:
   explicit Held(T *object) : _object(object) { _object->ref(); }
   ~Held() { _object->unref(); }
