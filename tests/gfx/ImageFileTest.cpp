@@ -234,6 +234,26 @@ TEST_F(ImageFile, RefusesAHugeClaimAheadOfAnyAllocation) {
   expectRefused();
 }
 
+TEST_F(ImageFile, SurvivesEveryDamagedByte) {
+  std::vector<std::string> files;
+  writePng(4, 4, PNG_COLOR_TYPE_PALETTE, 8, std::vector<unsigned char>(16, 1), {{10, 20, 30}, {40, 50, 60}}, {9});
+  files.push_back(readBytes());
+  writeJpeg(16, 16, 3, JCS_RGB, std::vector<unsigned char>(16 * 16 * 3, 99));
+  files.push_back(readBytes());
+  for (std::string const &whole : files)
+    for (size_t i = 0; i < whole.size(); ++i)
+      for (int damage : {0x01, 0x80, 0xff}) {
+        std::string bytes = whole;
+        bytes[i] = static_cast<char>(bytes[i] ^ damage);
+        writeBytes(bytes);
+        ozImageFile file;
+        if (file.read(path.c_str())) {
+          EXPECT_LE(file.size(), size_t(256) << 20);
+          EXPECT_NE(file.pixels, nullptr);
+        }
+      }
+}
+
 TEST_F(ImageFile, AllocatesUpToItsLimits) {
   EXPECT_FALSE(ozImageFile().allocate(0, 1, 1));
   EXPECT_FALSE(ozImageFile().allocate(1, 0, 1));

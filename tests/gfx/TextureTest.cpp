@@ -318,3 +318,26 @@ TEST(Texture, SharesItsImagesWithACopyAndNotWithADeepClone) {
   shallow->unref();
   deep->unref();
 }
+
+TEST_F(ContextTest, ShowsThePixelsOfATextureOnASurface) {
+  ozTexture texture(true);
+  texture.setMinFilter(ozTexture::NEAREST_MIN);
+  texture.setMagFilter(ozTexture::NEAREST_MAG);
+  texture.setFormat(ozTexture::RGB8);
+  texture.imageLevel()->append(makeImage(2, 2, ozImage::RGB, {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255}));
+  context->clear(1);
+  context->setTexEnv(ozContext::REPLACE_TENV);
+  context->setTexEnable(1);
+  context->setTexture(&texture);
+  glBegin(GL_QUADS);
+  for (auto const &corner : {ozVec2f(0, 0), ozVec2f(1, 0), ozVec2f(1, 1), ozVec2f(0, 1)}) {
+    glTexCoord2f(corner[0], corner[1]);
+    glVertex2f(corner[0] * 2 - 1, corner[1] * 2 - 1);
+  }
+  glEnd();
+  Image const seen = gl.pixels();
+  EXPECT_EQ(seen.at(50, 150), (Image::Pixel{255, 0, 0, 255}));
+  EXPECT_EQ(seen.at(150, 150), (Image::Pixel{0, 255, 0, 255}));
+  EXPECT_EQ(seen.at(50, 50), (Image::Pixel{0, 0, 255, 255}));
+  EXPECT_EQ(seen.at(150, 50), (Image::Pixel{255, 255, 255, 255}));
+}
