@@ -12,7 +12,7 @@ class ozPtrArray;
 class ozTexture;
 class ozType;
 class vlInput;
-struct vlReadState;
+class vlReadState;
 
 /// Reads VRML 2.0 files into graphs of library objects, in one pass.
 ///
@@ -54,6 +54,7 @@ private:
   static void adaptShape(ozContainer *obj);
   static void adaptAppearance(ozContainer *obj);
   static void adaptIndexedFaceSet(ozContainer *obj);
+  static void adaptInline(ozContainer *obj);
 
   friend struct vlNodeClass;
 

@@ -71,15 +71,20 @@ unsigned char vlDB::readFile(char const *name, ozContainer *&root, ozPtrArray &f
   vlReadState state(_state);
   vlInput *const outerInput = _in;
   ozPtrArray *const outerFiles = _files;
+  ozString const outerFirstString(_lastFirstString);
   _in = &input;
   _files = &files;
   _state = &state;
   unsigned char const ok = read(&input, root);
-  state.connectReferences();
-  state.release(root);
+  state.connectReferences(root);
+  state.release();
   _in = outerInput;
   _files = outerFiles;
   _state = state.outer;
+  if (_state) {
+    _state->use(state);
+    _lastFirstString = outerFirstString;
+  }
   if (root && root->isOfType(ozNode::getClassType())) {
     ozDict cleaned(4093);
     cleanTree(root, cleaned);
@@ -142,9 +147,14 @@ unsigned char vlDB::readObject(vlInput *in, ozContainer *&obj) {
     obj = in->findReference(name);
     if (!obj) {
       vlReadError::post(in, "Unknown reference \"%s\"", name.getString());
-    } else if (_state->open.find(obj) >= 0) {
+    } else if (_state->isOpen(obj)) {
       vlReadError::post(in, "Reference to \"%s\" inside of itself", name.getString());
       obj = nullptr;
+    } else if (!_state->mayUse(obj)) {
+      vlReadError::post(in, "Nodes are nested too deeply (%d)", vlReadState::MaxDepth);
+      obj = nullptr;
+    } else {
+      _state->use(obj);
     }
     return obj != nullptr;
   }
@@ -182,13 +192,8 @@ unsigned char vlDB::readNode(vlInput *in, ozName &className, ozContainer *&obj, 
   obj = nullptr;
   if (!expect(in, '{')) return 0;
   unsigned char ok = 0;
-  if (_state->depth >= vlReadState::MaxDepth) {
-    vlReadError::post(in, "Nodes are nested too deeply (%d)", vlReadState::MaxDepth);
-  } else {
-    ++_state->depth;
-    ok = readNodeInstance(in, className, defName, obj);
-    --_state->depth;
-  }
+  if (_state->mayBegin()) ok = readNodeInstance(in, className, defName, obj);
+  else vlReadError::post(in, "Nodes are nested too deeply (%d)", vlReadState::MaxDepth);
   if (ok) return expect(in, '}');
   flushInput(in);
   return 0;
@@ -236,7 +241,7 @@ unsigned char vlDB::readRoute(vlInput *in) {
     ozString word;
     in->read(word);
     if (!word || strcmp(word.getString(), "TO")) {
-      vlReadError::post(in, "Expected %s, got %.100s", "TO", word.getString() ? word.getString() : "");
+      vlReadError::post(in, "Expected %s, got %s", "TO", word.getString() ? word.getString() : "");
       ok = 0;
     }
   }
@@ -247,9 +252,15 @@ unsigned char vlDB::readRoute(vlInput *in) {
                       ends[1]->getName());
     return 0;
   }
-  if (type->isDerivedFrom(ozSFRef::getClassType()) || type->isDerivedFrom(ozMFRef::getClassType()))
-    _state->referenceRoutes.append(new vlReadState::Route{ends[0], ends[1]});
-  else
-    ends[0]->connect(ends[1]);
+  if (vlReadState::isReference(type)) {
+    if (_state->postpone(ends[0], ends[1])) return ok;
+    vlReadError::post(in, "Too many routes between nodes (%u)", vlReadState::MaxReferenceRoutes);
+    return 0;
+  }
+  if (!_state->mayConnect(ends[0], ends[1])) {
+    vlReadError::post(in, "A route from %s to %s would make too long a chain", ends[0]->getName(), ends[1]->getName());
+    return 0;
+  }
+  ends[0]->connect(ends[1]);
   return ok;
 }

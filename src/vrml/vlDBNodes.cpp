@@ -34,7 +34,10 @@ vlNodeClass const vlNodeClass::Table[] = {
     {"TriStripSet", make<ozTriStripSet>, nullptr},
     {"IndexedLineSet", make<ozIndexedLineSet>, nullptr},
     {"IndexSet", make<ozIndexSet>, nullptr},
+    {"SphereSensor", make<ozSphereSensor>, nullptr},
+    {"PlaneSensor", make<ozPlaneSensor>, nullptr},
     {"Appearance", make<ozAppearance>, vlDB::adaptAppearance},
+    {"Billboard", make<ozBillboard>, nullptr},
     {"Collision", make<ozCollision>, nullptr},
     {"Color", make<ozColorSet3f>, nullptr},
     {"ColorInterpolator", make<ozColorInterpolator>, nullptr},
@@ -53,9 +56,12 @@ vlNodeClass const vlNodeClass::Table[] = {
     {"PositionInterpolator", make<ozPositionInterpolator>, nullptr},
     {"ScalarInterpolator", make<ozScalarInterpolator>, nullptr},
     {"Shape", make<ozShape>, vlDB::adaptShape},
+    {"Switch", make<ozSwitch>, nullptr},
     {"TextureCoordinate", make<ozTexCoordSet2f>, nullptr},
     {"TimeSensor", make<ozTimeSensor>, nullptr},
+    {"TouchSensor", make<ozTouchSensor>, nullptr},
     {"Transform", make<ozTransform>, nullptr},
+    {"Inline", make<ozInline>, vlDB::adaptInline},
 };
 
 // IndexedLineSet, PlaneSensor and SphereSensor stand here too and are never reached: meant so.
@@ -85,13 +91,14 @@ unsigned char vlDB::readNodeInstance(vlInput *in, ozName const &className, ozNam
     else vlReadError::post(in, "Unknown class \"%s\"", className.getString());
     return 0;
   }
+  bool const named = defName && !!*defName;
   _state->keep(obj);
-  if (defName && !!*defName) in->addReference(*defName, obj);
-  _state->open.append(obj);
+  if (named) in->addReference(*defName, obj);
+  _state->begin(obj);
   unsigned char const ok = readFields(in, obj);
-  _state->open.removeIndex(_state->open.getCount() - 1);
   vlNodeClass const *const row = vlNodeClass::find(className.getString());
   if (ok && row->adapt) row->adapt(obj);
+  _state->end(named);
   return ok;
 }
 
@@ -133,4 +140,25 @@ void vlDB::adaptIndexedFaceSet(ozContainer *obj) {
   if (set->getTexCoordSet()) set->setTexCoordBind(ozGeoSet::PER_VERTEX_TEX_COORD);
   if (!set->getColorSet()) set->setColorBind(ozGeoSet::NO_COLOR);
   vlGeom::calcStaticBound(set);
+}
+
+// The first element of the url is the last one that was read as such, even where this node has none: meant so.
+void vlDB::adaptInline(ozContainer *obj) {
+  ozString const name(_lastFirstString.getString() ? _lastFirstString.getString() : "");
+  vlDebugError::post("vlDB::readNodeInstance", "Reading Inline %s", name.getString());
+  if (_state->inlineDepth >= vlReadState::MaxInlineDepth) {
+    vlReadError::post(_in, "Inlines are nested too deeply (%d)", vlReadState::MaxInlineDepth);
+    return;
+  }
+  if (*_state->inlines >= vlReadState::MaxInlines) {
+    vlReadError::post(_in, "Too many Inlines (%d)", vlReadState::MaxInlines);
+    return;
+  }
+  ++*_state->inlines;
+  ozContainer *sub = nullptr;
+  readFile(name.getString(), sub, *_files);
+  if (!sub) return;
+  ozInline *const node = static_cast<ozInline *>(obj);
+  node->addChild(static_cast<ozNode *>(sub));
+  node->setWhichChild(0);
 }

@@ -65,15 +65,17 @@ private:
 };
 
 // Parts the corners of one position into groups within the crease of their first, and gives each group its mean.
+// Comparisons are limited, or a mesh with all its corners at one place would take for ever: when they are used up, what is
+// left stays apart.
 void smooth(ozIntArray &pairs, ozVec3fArray const &faceNormals, float cosCrease, ozIntArray &normalIndex,
-            ozVec3fArray &normals) {
+            ozVec3fArray &normals, long &comparisons) {
   for (unsigned int s = 0; s < pairs.getCount(); s += 2) {
     ozVec3f const seed = faceNormals[static_cast<unsigned int>(pairs[s])];
     int const n = static_cast<int>(normals.getCount());
     normalIndex.set(static_cast<unsigned int>(pairs[s + 1]), n);
     ozVec3f sum = seed;
     int count = 1;
-    for (unsigned int j = s + 2; j < pairs.getCount();) {
+    for (unsigned int j = s + 2; j < pairs.getCount() && comparisons > 0; --comparisons) {
       ozVec3f const normal = faceNormals[static_cast<unsigned int>(pairs[j])];
       // Against the first of the group, not its mean: the result depends on the order of the faces.
       if (seed.dot(normal) > cosCrease) {
@@ -116,8 +118,9 @@ void vlGeom::computeNorms(ozIndexedFaceSet *set, float creaseAngle) {
 
   ozVec3fArray normals(table.getCount());
   normals.setExtension(table.getCount());
+  long comparisons = (1L << 26) + 512L * mesh.cornerCount();
   for (unsigned int i = 0; i < table.getCount(); ++i)
-    smooth(table.get(i)->pairs, faceNormals, cosCrease, normalIndex, normals);
+    smooth(table.get(i)->pairs, faceNormals, cosCrease, normalIndex, normals, comparisons);
   for (unsigned int i = 0; i < strays.getCount(); ++i)
     normalIndex.set(static_cast<unsigned int>(strays[i]), static_cast<int>(normals.getCount()));
   if (strays.getCount()) normals.append(ozVec3f(0, 0, 0));

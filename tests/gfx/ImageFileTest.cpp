@@ -238,11 +238,11 @@ TEST_F(ImageFile, SurvivesEveryDamagedByte) {
   std::vector<std::string> files;
   writePng(4, 4, PNG_COLOR_TYPE_PALETTE, 8, std::vector<unsigned char>(16, 1), {{10, 20, 30}, {40, 50, 60}}, {9});
   files.push_back(readBytes());
-  writeJpeg(8, 8, 1, JCS_GRAYSCALE, std::vector<unsigned char>(64, 99));
+  writeJpeg(16, 16, 3, JCS_RGB, std::vector<unsigned char>(16 * 16 * 3, 99));
   files.push_back(readBytes());
   for (std::string const &whole : files)
     for (size_t i = 0; i < whole.size(); ++i)
-      for (int damage : {0x01, 0xff}) {
+      for (int damage : {0x01, 0x80, 0xff}) {
         std::string bytes = whole;
         bytes[i] = static_cast<char>(bytes[i] ^ damage);
         writeBytes(bytes);

@@ -193,10 +193,173 @@ TEST(DB, TheEndOfTheFileEndsAList) {
 }
 
 TEST(DB, JunkAtTheTopIsDroppedWordByWord) {
-  Reading const r("} ] 12 \"text\" Group { }");
+  Reading const r("} ] 12 Group { }");
   EXPECT_TRUE(r.ok);
   EXPECT_EQ(1, r.count());
   EXPECT_NE(std::string::npos, r.said().find("Skipping \"}\""));
+}
+
+TEST(DB, AStatementOrAReferenceInQuotesIsReadAsIfThereWereNone) {
+  Reading const r("\"Group\" { children [ \"NULL\" \"Shape\" { } ] } \"PROTO\" Group { }");
+  EXPECT_EQ("vl read error: This version of the parser does not parse PROTOs yet\n", r.said());
+  ASSERT_EQ(2, r.count());
+  EXPECT_EQ(1, r.child<ozGroup>(0)->getChildCount());
+}
+
+TEST(DB, NullInAListTakesAPlaceAndInAGroupTheHoleIsClosed) {
+  Reading const r("Shape { geometry [ NULL LineSet { } NULL ] } Group { children [ NULL Shape { } ] }");
+  EXPECT_EQ("", r.messages);
+  ozShape *const shape = r.child<ozShape>(0);
+  ASSERT_EQ(2, shape->getGeometryCount());
+  EXPECT_EQ(nullptr, shape->getGeometry(0));
+  EXPECT_NE(nullptr, shape->getGeometry(1));
+  EXPECT_EQ(1, r.child<ozGroup>(1)->getChildCount());
+}
+
+TEST(DB, ASingleReferenceTakesNull) {
+  Reading const r("Shape { appearance Appearance { material Material { } material NULL } }");
+  EXPECT_EQ("", r.messages);
+  EXPECT_EQ(nullptr, r.child<ozShape>(0)->getAppearance()->getMaterial());
+}
+
+TEST(DB, AVectorIsStoredAlsoAfterAFailedReadAndARotationIsNot) {
+  Reading const r("DEF T Transform { translation 1 2 oops } DEF U Transform { rotation 1 2 oops } Group { children [ USE T USE U ] }");
+  ASSERT_EQ(1, r.count());
+  ASSERT_EQ(2, r.child<ozGroup>(0)->getChildCount());
+  ozVec3f translation;
+  static_cast<ozTransform *>(r.child<ozGroup>(0)->getChild(0))->getTranslation(translation);
+  EXPECT_TRUE(translation == ozVec3f(1, 2, 0));
+  ozRotation rotation;
+  static_cast<ozTransform *>(r.child<ozGroup>(0)->getChild(1))->getRotation(rotation);
+  ozRotation unset;
+  Reading const plain("Transform { }");
+  plain.child<ozTransform>(0)->getRotation(unset);
+  EXPECT_TRUE(rotation == unset);
+}
+
+TEST(DB, AnObjectOfAWrongClassIsRefusedByTheField) {
+  Reading const r("Shape { appearance Material { } } Group { children [ Material { } ] }");
+  EXPECT_NE(std::string::npos, r.messages.find("Bad type - Material not derived from"));
+  ASSERT_EQ(2, r.count());
+  EXPECT_EQ(0, r.child<ozGroup>(1)->getChildCount());
+}
+
+TEST(DB, AListTakesSeveralCommasWithAMessageForEachTooMany) {
+  Reading const r("PositionInterpolator { key [ 0, , 1 ] }");
+  EXPECT_EQ("vl read error: Skipping \",\"\n", r.said());
+  EXPECT_EQ(2u, static_cast<ozInterpolator *>(static_cast<ozContainer *>(r.child(0)))->key()->getCount());
+}
+
+TEST(DB, AnElementOutsideOfBracketsThatFailsFailsTheNode) {
+  Reading const r("PositionInterpolator { key oops } Group { }");
+  EXPECT_EQ("vl read error: Couldn't read value for field \"key\"\nvl read error: Unknown field key\n\n", r.said());
+  EXPECT_EQ(1, r.count());
+}
+
+TEST(DB, IndexSetsAreRead) {
+  Reading const r("Shape { geometry TriSet { coordIndexSet IndexSet { index [ 2 1 0 ] } } }");
+  EXPECT_EQ("", r.messages);
+  ozGeoSet *const set = static_cast<ozGeoSet *>(r.child<ozShape>(0)->getGeometry(0));
+  EXPECT_EQ(3u, set->getCoordIndexSet()->index()->getCount());
+}
+
+TEST(DB, AFieldWrittenTwiceKeepsTheTailOfTheLongerList) {
+  Reading const r("PositionInterpolator { key [ 0 1 2 ] key [ 5 ] }");
+  ozMFFloat *const key = static_cast<ozInterpolator *>(static_cast<ozContainer *>(r.child(0)))->key();
+  ASSERT_EQ(3u, key->getCount());
+  EXPECT_EQ(5.0f, key->get(0));
+  EXPECT_EQ(1.0f, key->get(1));
+}
+
+TEST(DB, TheGraphGetsNoDeeperThanAThousandLevelsByUse) {
+  // Each definition holds the one before: the text is flat and the graph is not.
+  std::string text = "DEF g0 Group { }";
+  for (int i = 1; i < 3000; ++i)
+    text += " DEF g" + std::to_string(i) + " Group { children USE g" + std::to_string(i - 1) + " }";
+  Reading const r(text);
+  EXPECT_NE(std::string::npos, r.said().find("vl read error: Nodes are nested too deeply (1000)\n"));
+  ozBoxBound box;
+  r.root->getBoxBound(box); // visits every level
+  EXPECT_EQ(0u, Reading("DEF a Group { } DEF b Group { children [ USE a USE a ] } USE b USE b").messages.size());
+}
+
+TEST(DB, AChainOfRoutesIsNotOfAnyLength) {
+  std::string text = "DEF t0 Transform { }";
+  for (int i = 1; i < 60000; ++i) {
+    std::string const name = "t" + std::to_string(i);
+    text += "\nDEF " + name + " Transform { ROUTE t" + std::to_string(i - 1) + ".translation TO " + name + ".translation }";
+  }
+  Reading const r(text);
+  EXPECT_NE(std::string::npos,
+            r.said().find("vl read error: A route from translation to translation would make too long a chain\n"));
+  EXPECT_EQ(60000, r.count());
+  r.child<ozTransform>(0)->setTranslation(1, 2, 3); // walks the chain, one call inside another
+  ozVec3f translation;
+  r.child<ozTransform>(500)->getTranslation(translation);
+  EXPECT_TRUE(translation == ozVec3f(1, 2, 3));
+}
+
+TEST(DB, AChainBuiltFromItsEndIsNotOfAnyLengthEither) {
+  std::string text;
+  for (int i = 0; i < 3000; ++i) text += "DEF P" + std::to_string(i) + " ScalarInterpolator { key 0 keyValue 0 }\n";
+  for (int i = 2999; i > 0; --i)
+    text += "ROUTE P" + std::to_string(i - 1) + ".value TO P" + std::to_string(i) + ".fraction\n";
+  EXPECT_NE(std::string::npos, Reading(text).said().find("A route from value to fraction would make too long a chain\n"));
+}
+
+TEST(DB, ACircleOfRoutesIsMade) {
+  Reading const r("DEF a Transform { } DEF b Transform { } ROUTE a.translation TO b.translation "
+                  "ROUTE b.translation TO a.translation");
+  EXPECT_EQ("", r.messages);
+  r.child<ozTransform>(0)->setTranslation(1, 2, 3);
+  ozVec3f translation;
+  r.child<ozTransform>(1)->getTranslation(translation);
+  EXPECT_TRUE(translation == ozVec3f(1, 2, 3));
+}
+
+TEST(DB, RoutesBetweenListsOfChildrenDoNotMakeTheGraphTooDeep) {
+  std::string deep;
+  for (int i = 0; i < 900; ++i) deep += "Group { children ";
+  deep += "DEF b Group { }";
+  for (int i = 0; i < 900; ++i) deep += " }";
+  std::string tall = "DEF a Group { children ";
+  for (int i = 0; i < 900; ++i) tall += "Group { children ";
+  tall += "Shape { }" + std::string(901, '}');
+  EXPECT_EQ("vl error in vlDB::readRoute(): A route from children to children would make the graph too deep\n",
+            Reading(deep + tall + " ROUTE a.children TO b.children").messages);
+}
+
+TEST(DB, AFileMayHoldAHundredRoutesBetweenNodes) {
+  std::string text = "DEF a Group { }";
+  for (int i = 0; i < 101; ++i) {
+    std::string const name = "b" + std::to_string(i);
+    text += " DEF " + name + " Group { } ROUTE a.children TO " + name + ".children";
+  }
+  EXPECT_EQ("vl read error: Too many routes between nodes (100)\n", Reading(text).said());
+}
+
+TEST(DB, AnObjectOutsideOfTheGraphStaysWhileARouteLeadsToIt) {
+  // The material is no node; what keeps it is the route into the graph.
+  Reading *const r = new Reading("DEF m Material { diffuseColor 1 0 0 } DEF t Transform { } "
+                                 "ROUTE m.diffuseColor TO t.translation");
+  ozContainer *const material = r->child(0)->getField("translation")->getInputs()->get(0)->getParent();
+  ozVec3f translation;
+  r->child<ozTransform>(0)->getTranslation(translation);
+  EXPECT_TRUE(translation == ozVec3f(1, 0, 0));
+  material->ref();
+  delete r;
+  EXPECT_EQ(2u, material->getRefCount()); // the reader's and this one
+  Reading const next("");
+  EXPECT_EQ(1u, material->getRefCount());
+  material->unref();
+}
+
+TEST(DB, ObjectsOutsideOfTheGraphThatAreConnectedAmongThemselvesGo) {
+  int const before = ozTimeSensor::getSensorCount();
+  // Nodes with a bad field stay outside.
+  Reading const r("DEF a TimeSensor { bad } DEF b TimeSensor { bad } ROUTE a.isActive TO b.enabled Group { }");
+  EXPECT_EQ(1, r.count());
+  EXPECT_EQ(before, ozTimeSensor::getSensorCount());
 }
 
 TEST(DB, EveryFieldClassIsRead) {
@@ -347,7 +510,14 @@ class AcceptedClass : public ::testing::TestWithParam<ClassRow> {};
 TEST_P(AcceptedClass, IsMade) {
   Reading const r(std::string("Group { children ") + GetParam().name + " { } }");
   EXPECT_EQ(std::string::npos, r.messages.find("class \"")) << r.messages;
-  EXPECT_NE(nullptr, ozType::getType(GetParam().type));
+  ozType *const type = ozType::getType(GetParam().type);
+  ASSERT_NE(nullptr, type);
+  if (type->isDerivedFrom(ozNode::getClassType())) {
+    ASSERT_EQ(1, r.child<ozGroup>(0)->getChildCount());
+    EXPECT_STREQ(GetParam().type, r.child<ozGroup>(0)->getChild(0)->getType()->getName());
+  } else { // the group names the class that it refuses
+    EXPECT_NE(std::string::npos, r.messages.find(std::string("Bad type - ") + GetParam().type + " not derived"));
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -355,8 +525,9 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(ClassRow{"LineSet", "LineSet"}, ClassRow{"LineStripSet", "LineStripSet"},
                       ClassRow{"TriSet", "TriSet"}, ClassRow{"QuadSet", "QuadSet"}, ClassRow{"PolySet", "PolySet"},
                       ClassRow{"TriStripSet", "TriStripSet"}, ClassRow{"IndexedLineSet", "IndexedLineSet"},
-                      ClassRow{"IndexSet", "IndexSet"}, ClassRow{"Appearance", "Appearance"},
-                      ClassRow{"Collision", "Collision"}, ClassRow{"Color", "ColorSet3f"},
+                      ClassRow{"IndexSet", "IndexSet"}, ClassRow{"SphereSensor", "SphereSensor"},
+                      ClassRow{"PlaneSensor", "PlaneSensor"}, ClassRow{"Appearance", "Appearance"},
+                      ClassRow{"Billboard", "Billboard"}, ClassRow{"Collision", "Collision"}, ClassRow{"Color", "ColorSet3f"},
                       ClassRow{"ColorInterpolator", "ColorInterpolator"}, ClassRow{"Coordinate", "CoordSet3f"},
                       ClassRow{"CoordinateInterpolator", "CoordinateInterpolator"}, ClassRow{"DirectionalLight", "DirectionalLight"}, ClassRow{"Environment", "Environment"},
                       ClassRow{"Group", "Group"}, ClassRow{"ImageTexture", "ImageTexture"}, ClassRow{"IndexedFaceSet", "IndexedFaceSet"},
@@ -365,8 +536,9 @@ INSTANTIATE_TEST_SUITE_P(
                       ClassRow{"OrientationInterpolator", "OrientationInterpolator"},
                       ClassRow{"PointLight", "PointLight"}, ClassRow{"PositionInterpolator", "PositionInterpolator"},
                       ClassRow{"ScalarInterpolator", "ScalarInterpolator"}, ClassRow{"Shape", "Shape"},
-                      ClassRow{"TextureCoordinate", "TexCoordSet2f"},
-                      ClassRow{"TimeSensor", "TimeSensor"}, ClassRow{"Transform", "Transform"}),
+                      ClassRow{"Switch", "Switch"}, ClassRow{"TextureCoordinate", "TexCoordSet2f"},
+                      ClassRow{"TimeSensor", "TimeSensor"}, ClassRow{"TouchSensor", "TouchSensor"},
+                      ClassRow{"Transform", "Transform"}, ClassRow{"Inline", "Inline"}),
     [](auto const &info) { return std::string(info.param.name); });
 
 class RefusedClass : public ::testing::TestWithParam<char const *> {};

@@ -71,6 +71,13 @@ TEST(Geom, AFaceTakesItsNormalFromItsFirstThreeCorners) {
   EXPECT_TRUE(face.normalOf(0) == ozVec3f(0, 0, -1));
 }
 
+TEST(Geom, AMeshWithAllItsCornersAtOnePlaceEnds) {
+  std::string text = "coord Coordinate { point [ 1 2 3 ] } coordIndex [";
+  for (int i = 0; i < 50000; ++i) text += " 0 0 0 -1"; // all pairs: 11 thousand million comparisons
+  FaceSet set(text + " ]");
+  EXPECT_EQ(150000u, set.normals()->getCount());
+}
+
 TEST(Geom, GivenNormalsAreLeftAlone) {
   FaceSet face("coord Coordinate { point [ 0 0 0, 1 0 0, 1 1 0 ] } coordIndex [ 0 1 2 -1 ] "
                "normal Normal { vector [ 1 0 0 ] } normalPerVertex FALSE");

@@ -340,7 +340,7 @@ TEST(Input, ANameUsedAgainFindsTheLaterObject) {
 }
 
 TEST(Input, APeekedWordIsReadAgain) {
-  Text text("NULL next{a,b c \"q\" averyveryverylongword");
+  Text text("NULL next{a,b c averyveryverylongword");
   char word[16];
   EXPECT_TRUE(text->peekWord(word, sizeof word));
   EXPECT_STREQ("NULL", word);
@@ -354,9 +354,59 @@ TEST(Input, APeekedWordIsReadAgain) {
   EXPECT_EQ("{a,b", stringFrom(text.in));
   EXPECT_EQ("c", stringFrom(text.in));
   EXPECT_FALSE(text->peekWord(word, sizeof word));
-  EXPECT_EQ("q", stringFrom(text.in));
-  EXPECT_FALSE(text->peekWord(word, sizeof word));
   EXPECT_EQ("averyveryverylongword", stringFrom(text.in));
+}
+
+TEST(Input, APeekedStringLosesItsQuotes) {
+  Text text("\"a b\" \"averyveryverylongword\" \"\" c");
+  char word[16];
+  EXPECT_TRUE(text->peekWord(word, sizeof word));
+  EXPECT_STREQ("a b", word);
+  EXPECT_EQ("a", stringFrom(text.in));
+  EXPECT_EQ("b", stringFrom(text.in));
+  EXPECT_FALSE(text->peekWord(word, sizeof word));
+  EXPECT_STREQ("", word);
+  EXPECT_EQ("averyveryverylongword", stringFrom(text.in));
+  EXPECT_TRUE(text->peekWord(word, sizeof word));
+  EXPECT_STREQ("", word);
+  EXPECT_EQ("c", stringFrom(text.in));
+}
+
+TEST(Input, ACharacterPutBackAheadOfAPendingTokenDropsTheToken) {
+  Text text("x");
+  text->skipWhiteSpace();
+  text->putBack("ab");
+  text->putBack('c');
+  EXPECT_EQ("x", text.rest());
+}
+
+TEST(Input, TheLowByteOfABooleanCounts) {
+  Text text("256 257 258");
+  unsigned char value = 9;
+  EXPECT_TRUE(text->readBool(value));
+  EXPECT_EQ(0, value);
+  EXPECT_TRUE(text->readBool(value));
+  EXPECT_EQ(1, value);
+  EXPECT_EQ("vl read error: Illegal value for vlSFBool: 2 (must be 0 or 1)\n\tOccurred at line   2\n",
+            stderrOf([&] { EXPECT_FALSE(text->readBool(value)); }));
+}
+
+TEST(Input, AStreamInErrorHasEnded) {
+  vlInput in;
+  FILE *const file = fopen("/proc/self/mem", "r"); // opens, and reading address 0 fails
+  ASSERT_NE(nullptr, file);
+  in.setFilePointer(file);
+  char c;
+  EXPECT_FALSE(in.get(c));
+  EXPECT_TRUE(in.eof());
+  fclose(file);
+}
+
+TEST(Input, ACommentCountsItsLineAndAStringsHashIsNoComment) {
+  Text text("a# b\n\"# no comment\" c");
+  EXPECT_EQ("a", nameFrom(text.in));
+  EXPECT_EQ("# no comment", stringFrom(text.in));
+  EXPECT_EQ(3, text->getLineNumber());
 }
 
 TEST(Input, WhatIsTakenCounts) {
