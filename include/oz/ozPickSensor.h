@@ -44,7 +44,7 @@ public:
   OZ_VALUE_ACCESS(unsigned char, Enabled, 2, _enabled)
   /// Whether the sensor holds the grab.
   unsigned char getIsActive() { return read(3, _isActive); }
-  /// Whether the last update, or the one under way, found it under the pointer.
+  /// Whether the update under way has found it under the pointer; 0 between updates.
   unsigned char isPicked() const { return _lastPickFrame == _UpdateFrame; }
 
 protected:
@@ -60,7 +60,6 @@ protected:
   unsigned char _isActive;
 
 private:
-  friend struct ozPickSensorProbe; // the tests' way in
   static void collectPicked(ozHit const &hit);
   static void updatePickedSensors(ozHit const &hit);
 
