@@ -24,6 +24,8 @@ protected:
   void cleanSideEffect(short id) override;
 
 private:
+  void calcBound();
+
   ozVec3f _size;
   ozVec3f _center;
 };

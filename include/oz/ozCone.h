@@ -32,6 +32,8 @@ protected:
   void cleanSideEffect(short id) override;
 
 private:
+  void calcBound();
+
   static ozTriStripSet *_BottomMesh;
   static ozTriStripSet *_SideMesh;
 

@@ -38,6 +38,8 @@ protected:
   void cleanSideEffect(short id) override;
 
 private:
+  void calcBound();
+
   static ozTriStripSet *_BottomMesh;
   static ozTriStripSet *_TopMesh;
   static ozTriStripSet *_SideMesh;

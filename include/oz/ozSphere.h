@@ -30,6 +30,8 @@ protected:
   void cleanSideEffect(short id) override;
 
 private:
+  void calcBound();
+
   static ozTriStripSet *_Surface;
 
   ozVec3f _center;

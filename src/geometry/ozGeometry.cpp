@@ -2,6 +2,7 @@
 
 #include <math.h>
 
+#include "geometry/ozHitNormal.h"
 #include "oz/ozIsectAction.h"
 #include "oz/ozSFByte.h"
 
@@ -118,12 +119,7 @@ int ozGeometry::isectTri(ozIsectAction *action, ozVec3f const &a, ozVec3f const 
 
   seg.setLength(t);
   action->hitGeometry(const_cast<ozGeometry *>(this));
-  ozHit &hit = action->hit;
-  hit.localNormal = normal;
-  ozMatrix4f inverse, transposed;
-  inverse.invertAffine(hit.matrix);
-  transposed.transpose(inverse);
-  hit.worldNormal.xformVec(normal, transposed);
-  hit.primIndex = primIndex;
+  ozSetHitNormal(action->hit, normal);
+  action->hit.primIndex = primIndex;
   return 1;
 }
