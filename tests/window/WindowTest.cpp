@@ -178,6 +178,31 @@ TEST_F(WindowTest, IsHiddenAndShown) {
   EXPECT_TRUE(pumpUntil([&] { return client.isShown(window->getHWND()); }));
 }
 
+// Without a window manager there is nobody to do it, but anybody can see it asked for.
+TEST_F(WindowTest, AsksTheWindowManagerToIconify) {
+  ozWindow *const window = open();
+  XSelectInput(client.x, DefaultRootWindow(client.x), SubstructureNotifyMask);
+  XSync(client.x, True);
+  ozWindow::iconifyWindow();
+  bool asked = false;
+  EXPECT_TRUE(pumpUntil([&] {
+    XEvent event;
+    while (XCheckTypedEvent(client.x, ClientMessage, &event))
+      asked = asked || (event.xclient.window == window->getHWND() &&
+                        event.xclient.message_type == XInternAtom(client.x, "WM_CHANGE_STATE", False) &&
+                        event.xclient.data.l[0] == IconicState);
+    return asked;
+  }));
+}
+
+TEST_F(WindowTest, BeingOpenedLeavesTheInputOfOthersWaiting) {
+  ozWindow *const other = open();
+  client.motion(other->getHWND(), 1, 1);
+  openOnly();
+  EXPECT_EQ(other->getEvents()->getCount(), 0u);
+  EXPECT_TRUE(pumpUntil([=] { return countEvents(other, ozEvent::PASSIVE_MOTION_EVENT) == 1; }));
+}
+
 TEST_F(WindowTest, IsPositionedAndReshaped) {
   open();
   ozWindow::positionWindow(60, 70);
