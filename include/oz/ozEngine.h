@@ -31,6 +31,9 @@ public:
   ozContainer *clone(CloneEnum mode, ozCloneTable *table) override;
 
 protected:
+  /// Whether the outputs have to be computed anew, and are not being computed.
+  bool isStale() const { return !_evaluating && _triggerField->isDirty(); }
+  bool isEvaluating() const { return _evaluating; }
   /// Collects the fields of the object's class, and connects the inputs to the trigger.
   void initEngine();
   void cleanFieldInputs(ozField *f) override;

@@ -162,7 +162,14 @@ public:
   static void *operator new(size_t size) noexcept { return ozObject::operator new(size); }
   static void operator delete(void *field) noexcept { ozObject::operator delete(field); }
 
+  /// Whether the container stores what this field computes straight into the connected fields. Then nothing is copied
+  /// from here: a connected field that is read asks the container to deliver.
+  unsigned char getDelivers() const { return _delivers; }
+  void setDelivers(unsigned char delivers) { _delivers = delivers != 0; }
+
 protected:
+  /// Has the container of a delivering field bring this field up to date.
+  void askFor(ozField *source);
   /// Reproduces the connections of `from`, of which this field is the copy.
   void copyConnections(ozField *from, ozCloneTable *table);
 
@@ -181,6 +188,7 @@ private:
   short _id;
   unsigned char _dirty : 1;
   unsigned char _busy : 1;
+  unsigned char _delivers : 1;
   unsigned char _eventClass;
   ozField *_source;
   ozFieldArray *_inputs;

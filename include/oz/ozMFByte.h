@@ -84,7 +84,9 @@ public:
 
   ozType *getType() const override { return Field::getClassType(); }
   void copy(ozField *source) override {
-    if (source && source->getType()->isDerivedFrom(Field::getClassType())) set(static_cast<Field *>(source)->get());
+    if (!source || !source->getType()->isDerivedFrom(Field::getClassType())) return;
+    if (source->getDelivers()) askFor(source);
+    else set(static_cast<Field *>(source)->get());
   }
 
   /// Brings the array up to date and gives it.

@@ -1,5 +1,5 @@
-// Marks go out and values are pulled. While the trigger's mark is set, all outputs are marked; evaluation takes the marks
-// off the inputs first, then runs, then takes them off the outputs, and off the trigger last.
+// Marks go out and values are pulled. While the trigger's mark is set, all outputs are marked; evaluation takes the
+// marks off the inputs first, then runs, then takes them off the outputs, and off the trigger last.
 
 #include "oz/ozEngine.h"
 
@@ -47,7 +47,7 @@ void ozEngine::dirtyFieldOutputs(ozField *f) {
 
 void ozEngine::cleanFieldInputs(ozField *) {
   // A target that is written while the engine evaluates asks its source, this engine, to settle: it is settling.
-  if (!_evaluating && _triggerField->isDirty()) evalWrapper();
+  if (isStale()) evalWrapper();
 }
 
 void ozEngine::evalWrapper() {

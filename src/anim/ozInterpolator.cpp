@@ -44,12 +44,13 @@ static ozRotation blend(float t, ozRotation const &a, ozRotation const &b) {
 }
 
 // Sets a single value from the keys at which getParam() found the fraction.
-template <class Array, class Field>
-static void evalSingle(int i, float t, Array const &keyValue, Field *value) {
+template <class Array, class Field> static void evalSingle(int i, float t, Array const &keyValue, Field *value) {
   unsigned int const at = static_cast<unsigned int>(i);
   if (at >= keyValue.getCount()) return;
-  if (t == 1.0f) value->set(keyValue[at]);
-  else value->set(blend(t, keyValue[at - 1], keyValue[at]));
+  if (t == 1.0f)
+    value->set(keyValue[at]);
+  else
+    value->set(blend(t, keyValue[at - 1], keyValue[at]));
 }
 
 // Sets a list; `finish` ends each blended element.

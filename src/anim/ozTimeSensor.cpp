@@ -51,8 +51,10 @@ void ozTimeSensor::updateSensors() {
     sensor->ref();
     sensor->_now = now;
     sensor->evalWrapper();
-    if (owned) sensor->unref();
-    else sensor->unrefNoDelete();
+    if (owned)
+      sensor->unref();
+    else
+      sensor->unrefNoDelete();
   }
 }
 
@@ -86,8 +88,10 @@ void ozTimeSensor::eval() {
   }
   if (_now != _time) static_cast<ozSFTime *>(getField(10))->set(_now);
   if (fraction != _fractionChanged) static_cast<ozSFFloat *>(getField(8))->set(fraction);
-  if (!_isActive) isActive->set(1);
-  else if (done) isActive->set(0);
+  if (!_isActive)
+    isActive->set(1);
+  else if (done)
+    isActive->set(0);
 }
 
 void ozTimeSensor::fieldChanged(short id) {

@@ -33,7 +33,7 @@ void ozField::initClass() {
 }
 
 ozField::ozField(ozContainer *parent, short id)
-    : _parent(parent), _id(id), _dirty(0), _busy(0), _eventClass(EVENT_ANY), _source(nullptr), _inputs(nullptr),
+    : _parent(parent), _id(id), _dirty(0), _busy(0), _delivers(0), _eventClass(EVENT_ANY), _source(nullptr), _inputs(nullptr),
       _outputs(nullptr), _followers(nullptr) {
   _parent->addField(this);
 }
@@ -67,6 +67,8 @@ void *ozField::getStorage() {
   ozFieldInfo *const info = getFieldInfo();
   return info->getOffset() ? info->getStorage(_parent) : nullptr;
 }
+
+void ozField::askFor(ozField *source) { source->_parent->cleanFieldInputs(this); }
 
 void ozField::validate() { _parent->validateField(_id); }
 void ozField::fieldChanged() { _parent->fieldChanged(_id); }
