@@ -1,0 +1,76 @@
+// A window that shows a cube. Drag with the left button to turn it; the q key ends the program.
+
+#include <oz/OzScene3D.h>
+
+namespace {
+
+ozWindow *window;
+ozTransform *scene;
+ozPerspCamera *camera;
+ozDrawAction *action;
+int lastX;
+float angle = 0.6f;
+
+// Called when input has come in.
+void handleEvents(void *) {
+  ozEventArray &events = *window->getEvents();
+  for (unsigned int i = 0; i < events.getCount(); i++) {
+    ozEvent const &event = *events[i];
+    if (event.type == ozEvent::MOUSE_DOWN_EVENT) lastX = event.x;
+    if (event.type == ozEvent::MOTION_EVENT) {
+      angle += 0.01f * static_cast<float>(event.x - lastX);
+      lastX = event.x;
+      scene->setRotation(0, 1, 0, angle);
+    }
+    if (event.type == ozEvent::KEY_DOWN_EVENT && event.key == 'q') {
+      delete window;
+      return;
+    }
+  }
+}
+
+// A frame: camera, clear, graph, swap.
+void render(void *) {
+  camera->draw(action);
+  ozWindow::getContext()->clear(ozContext::CLEAR_COLOR | ozContext::CLEAR_DEPTH, 0.2f, 0.22f, 0.26f, 1);
+  action->apply(scene);
+  ozWindow::swapBuffers();
+}
+
+} // namespace
+
+int main() {
+  if (!ozWindow::checkDisplay()) return fprintf(stderr, "There is no display.\n"), 1;
+
+  // The graph: a light, then a shape, which the light shines on because it is drawn after it.
+  ozMaterial *material = new ozMaterial;
+  material->setDiffuseColor(0.9f, 0.6f, 0.2f);
+  ozAppearance *appearance = new ozAppearance;
+  appearance->setMaterial(material);
+  appearance->setLightEnable(1);
+  ozShape *shape = new ozShape;
+  shape->setAppearance(appearance);
+  shape->addGeometry(new ozBox);
+  scene = new ozTransform;
+  scene->ref(); // the program keeps the root; the graph keeps the rest
+  scene->setRotation(0, 1, 0, angle);
+  scene->addChild(new ozDirectionalLight);
+  scene->addChild(shape);
+
+  camera = new ozPerspCamera;
+  camera->setPosition(0, 1.5f, 6);
+  camera->setOrientation(1, 0, 0, -0.24f); // radians: a little downwards
+  action = new ozDrawAction;
+  action->setCamera(camera);
+
+  ozWindow::initSize(600, 600);
+  window = new ozWindow("first window");
+  window->getThisWindowContext()->setDepthEnable(1);
+  window->setEventFunc(handleEvents, nullptr);
+  ozWindow::setRenderFunc(render, nullptr);
+  ozWindow::mainLoop(); // returns when the last window is gone
+
+  scene->unref();
+  delete action;
+  return 0;
+}
