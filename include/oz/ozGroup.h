@@ -47,8 +47,8 @@ public:
   /// Children are tried from the last to the first, so that of equally near hits the first child's wins. None is tried
   /// if the segment misses the box.
   void isect(ozIsectAction *action) override;
-  /// Between preVisit and postVisit of the action, visits the children in order until one gives TRAV_TERM. TRAV_PRUNE of
-  /// a child has no effect.
+  /// Between preVisit and postVisit of the action, visits the children in order until one gives TRAV_TERM. TRAV_PRUNE
+  /// of a child has no effect.
   ozTravDirective visit(ozAction *action) override;
   ozTravDirective transformVisit(ozTransformAction *action) override;
   /// As visit(), if the box is not outside the view; otherwise TRAV_PRUNE.

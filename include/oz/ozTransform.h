@@ -8,8 +8,8 @@
 /// A group with a coordinate system of its own.
 ///
 /// A point p of a child stands at ((p - center) turned into the scale orientation, scaled, turned back, turned by the
-/// rotation) + center + translation in the parent's space. The node keeps these parts and a matrix, and makes the matrix
-/// from the parts when it is needed. Its box is in the parent's space, those of its children in its own.
+/// rotation) + center + translation in the parent's space. The node keeps these parts and a matrix, and makes the
+/// matrix from the parts when it is needed. Its box is in the parent's space, those of its children in its own.
 ///
 /// Angles in four floats are radians; ozRotation holds degrees.
 class OZ_API ozTransform : public ozGroup {
@@ -46,8 +46,8 @@ public:
 
   /// The matrix from this node's space to its parent's, made of the parts.
   void getMatrix(ozMatrix4f &matrix);
-  /// Takes the matrix apart into translation, rotation, scale and scale orientation; the centre stays. getMatrix() gives
-  /// the matrix made of these parts again.
+  /// Takes the matrix apart into translation, rotation, scale and scale orientation; the centre stays. getMatrix()
+  /// gives the matrix made of these parts again.
   void setMatrix(ozMatrix4f const &matrix);
 
   /// How many levels of OpenGL's modelview stack transforms may use; beyond, the matrix is loaded whole. Below 1, which
@@ -88,20 +88,17 @@ private:
     if (_stale & MATRIX) cleanMatrix();
   }
   void freshInverse();
-  template <class T>
-  T const &readPart(short id, T const &member) {
+  template <class T> T const &readPart(short id, T const &member) {
     freshParts();
     return read(id, member);
   }
-  template <class T>
-  void storePart(short id, T &member, T const &value) {
+  template <class T> void storePart(short id, T &member, T const &value) {
     freshParts();
     store(id, member, value);
   }
   void multInto(ozTransformAction *action);
   void drawPopMatrix(ozDrawAction *action);
-  template <class Loop>
-  ozTravDirective visitMoved(ozTransformAction *action, Loop loop);
+  template <class Loop> ozTravDirective visitMoved(ozTransformAction *action, Loop loop);
   static bool isOglStackFull(ozDrawAction *action);
 
   static int _maxOglStackDepth;

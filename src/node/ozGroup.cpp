@@ -61,7 +61,9 @@ void ozGroup::setChildCount(int count) {
 }
 
 long int ozGroup::findChild(ozNode *child) { return _childrenField->find(child); }
-ozNode *ozGroup::getChild(int index) { return static_cast<ozNode *>(read(2, _children)[static_cast<unsigned int>(index)]); }
+ozNode *ozGroup::getChild(int index) {
+  return static_cast<ozNode *>(read(2, _children)[static_cast<unsigned int>(index)]);
+}
 int ozGroup::getChildCount() { return static_cast<int>(read(2, _children).getCount()); }
 
 // ---- the bound
@@ -76,8 +78,10 @@ void ozGroup::fieldChanged(short id) {
 }
 
 void ozGroup::childChanged(ozContainer *child, short id) {
-  if (id == 0 && _boundMode == DYNAMIC) propagateSideEffect(0);
-  else ozNode::childChanged(child, id);
+  if (id == 0 && _boundMode == DYNAMIC)
+    propagateSideEffect(0);
+  else
+    ozNode::childChanged(child, id);
 }
 
 void ozGroup::cleanSideEffect(short id) {

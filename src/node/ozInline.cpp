@@ -13,7 +13,10 @@ ozInline::ozInline(ozType *type) : ozSwitch(type) {
   _urlField = static_cast<ozMFString *>(getField(4));
 }
 
-ozInline::~ozInline() { destroyFieldContents(_ClassType); }
+ozInline::~ozInline() {
+  destroyFieldContents(_ClassType);
+  _url.freeTexts();
+}
 
 void ozInline::getBboxSize(ozVec3f &size) { size = read(5, _bboxSize); }
 void ozInline::getBboxSize(float *x, float *y, float *z) { read(5, _bboxSize).get(x, y, z); }

@@ -31,9 +31,7 @@ void ozLOD::setCenter(ozVec3f const &center) {
 
 int ozLOD::getNumRanges() { return static_cast<int>(read(5, _ranges).getCount()) - 1; }
 
-static bool isRange(ozFloatArray const &ranges, int i) {
-  return i >= 0 && i < static_cast<int>(ranges.getCount()) - 1;
-}
+static bool isRange(ozFloatArray const &ranges, int i) { return i >= 0 && i < static_cast<int>(ranges.getCount()) - 1; }
 
 float ozLOD::getRangeNear(int i) const {
   if (isRange(_ranges, i)) return _ranges[static_cast<unsigned int>(i)];

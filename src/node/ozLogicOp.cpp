@@ -21,9 +21,9 @@ void ozLogicOp::extensionDetect() {
 }
 
 ozTravDirective ozLogicOp::drawVisit(ozDrawAction *action) {
-  static GLenum const ops[] = {GL_CLEAR, GL_SET,  GL_COPY, GL_COPY_INVERTED, GL_NOOP,        GL_INVERT,
-                               GL_AND,   GL_NAND, GL_OR,   GL_NOR,           GL_XOR,         GL_EQUIV,
-                               GL_AND_REVERSE,    GL_AND_INVERTED,           GL_OR_REVERSE,  GL_OR_INVERTED};
+  static GLenum const ops[] = {GL_CLEAR,       GL_SET,          GL_COPY,       GL_COPY_INVERTED, GL_NOOP, GL_INVERT,
+                               GL_AND,         GL_NAND,         GL_OR,         GL_NOR,           GL_XOR,  GL_EQUIV,
+                               GL_AND_REVERSE, GL_AND_INVERTED, GL_OR_REVERSE, GL_OR_INVERTED};
   cleanFields();
   return ozCulledFrame(this, _boxBound, action, [&] {
     GLint before = GL_COPY;

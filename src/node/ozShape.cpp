@@ -97,8 +97,10 @@ void ozShape::fieldChanged(short id) {
 }
 
 void ozShape::childChanged(ozContainer *child, short id) {
-  if (id == 0 && _boundMode == DYNAMIC) propagateSideEffect(0);
-  else ozNode::childChanged(child, id);
+  if (id == 0 && _boundMode == DYNAMIC)
+    propagateSideEffect(0);
+  else
+    ozNode::childChanged(child, id);
 }
 
 void ozShape::cleanSideEffect(short id) {
@@ -126,8 +128,10 @@ void ozShape::draw(ozDrawAction *action) {
 }
 
 void ozShape::drawWithoutClean(ozDrawAction *action) {
-  if (_appearance) _appearance->draw(action);
-  else action->getContext()->drawApp(nullptr, 1);
+  if (_appearance)
+    _appearance->draw(action);
+  else
+    action->getContext()->drawApp(nullptr, 1);
   for (unsigned int i = 0; i < _geometries.getCount(); ++i)
     if (_geometries[i]) static_cast<ozGeometry *>(_geometries[i])->draw(action);
 }
@@ -158,7 +162,8 @@ ozTravDirective ozShape::transformVisit(ozTransformAction *action) {
 
 ozTravDirective ozShape::vfCullVisit(ozVFCullAction *action) {
   cleanFields();
-  return ozCulled(_boxBound, action, [&] { return ozFrame(this, action, nothing); }, &_lastCullResult);
+  return ozCulled(
+      _boxBound, action, [&] { return ozFrame(this, action, nothing); }, &_lastCullResult);
 }
 
 ozTravDirective ozShape::drawVisit(ozDrawAction *action) {

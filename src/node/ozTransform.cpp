@@ -180,8 +180,10 @@ void ozTransform::cleanSideEffect(short id) {
   }
   if (_stale & BOX) {
     freshMatrix();
-    if (_childBox.isEmpty()) _boxBound.makeEmpty();
-    else _boxBound.xform(&_childBox, _matrix);
+    if (_childBox.isEmpty())
+      _boxBound.makeEmpty();
+    else
+      _boxBound.xform(&_childBox, _matrix);
     _stale &= ~BOX;
   }
   touchField(0);
@@ -233,16 +235,20 @@ void ozTransform::drawPushMatrix(ozDrawAction *action) {
       action->getContext()->setNormalizeEnable(1);
     }
     // The action's stack starts with the view matrix, so its top is all that OpenGL needs.
-    if (full) glLoadMatrixf((*action->getMatrix())[0]);
-    else glMultMatrixf(_matrix[0]);
+    if (full)
+      glLoadMatrixf((*action->getMatrix())[0]);
+    else
+      glMultMatrixf(_matrix[0]);
   }
 }
 
 void ozTransform::drawPopMatrix(ozDrawAction *action) {
   bool const full = isOglStackFull(action);
   action->popMatrix();
-  if (full) glLoadMatrixf((*action->getMatrix())[0]);
-  else glPopMatrix();
+  if (full)
+    glLoadMatrixf((*action->getMatrix())[0]);
+  else
+    glPopMatrix();
 }
 
 ozTravDirective ozTransform::drawVisit(ozDrawAction *action) {
@@ -271,8 +277,7 @@ ozTravDirective ozTransform::drawVisit(ozDrawAction *action) {
 }
 
 // Runs loop() with this transform on the action's stack.
-template <class Loop>
-ozTravDirective ozTransform::visitMoved(ozTransformAction *action, Loop loop) {
+template <class Loop> ozTravDirective ozTransform::visitMoved(ozTransformAction *action, Loop loop) {
   bool const moved = _kind != 0;
   transformPushMatrix(action);
   ozTravDirective const verdict = loop();
@@ -303,8 +308,10 @@ void ozTransform::isect(ozIsectAction *action) {
   multInto(action);
   action->pushSeg(_inverse);
   ozIsectChildren(_children, action);
-  if (_kind & (SCALED | UNEVEN)) action->popSeg(_matrix);
-  else action->popSeg();
+  if (_kind & (SCALED | UNEVEN))
+    action->popSeg(_matrix);
+  else
+    action->popSeg();
   action->popMatrix();
 }
 

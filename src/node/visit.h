@@ -14,8 +14,7 @@ inline ozTravDirective ozLarger(ozTravDirective a, ozTravDirective b) { return a
 
 /// Calls op(i) for i from 0 up to the count at the start, but never past the present one: what op visits may take
 /// children out.
-template <class Op>
-inline void ozForEachIndex(ozRefArray const &children, Op op) {
+template <class Op> inline void ozForEachIndex(ozRefArray const &children, Op op) {
   unsigned int const count = children.getCount();
   for (unsigned int i = 0; i < count && i < children.getCount(); ++i)
     if (children[i] && !op(i)) return;
@@ -23,8 +22,7 @@ inline void ozForEachIndex(ozRefArray const &children, Op op) {
 
 /// Visits the children in order with an operation of ozNode such as &ozNode::drawVisit; TRAV_TERM of a child ends the
 /// loop and is the result, everything else of a child has no effect. Nulls are passed over.
-template <auto Visit, class Action>
-inline ozTravDirective ozVisitChildren(ozRefArray const &children, Action *action) {
+template <auto Visit, class Action> inline ozTravDirective ozVisitChildren(ozRefArray const &children, Action *action) {
   ozTravDirective verdict = TRAV_CONT;
   ozForEachIndex(children, [&](unsigned int i) {
     if ((static_cast<ozNode *>(children[i])->*Visit)(action) == TRAV_TERM) verdict = TRAV_TERM;
@@ -69,15 +67,13 @@ inline bool ozMissesBox(ozBoxBound const &box, ozIsectAction *action) {
 }
 
 /// preVisit, work(verdict of preVisit), postVisit; the result is the larger of what the last two say.
-template <class Action, class Work>
-inline ozTravDirective ozFrame(ozNode *node, Action *action, Work work) {
+template <class Action, class Work> inline ozTravDirective ozFrame(ozNode *node, Action *action, Work work) {
   ozTravDirective const verdict = work(action->preVisit(node));
   return ozLarger(verdict, action->postVisit(node));
 }
 
 /// The same with work() done only if preVisit has nothing against it.
-template <class Action, class Work>
-inline ozTravDirective ozVisitFrame(ozNode *node, Action *action, Work work) {
+template <class Action, class Work> inline ozTravDirective ozVisitFrame(ozNode *node, Action *action, Work work) {
   return ozFrame(node, action, [&](ozTravDirective verdict) { return verdict == TRAV_CONT ? work() : verdict; });
 }
 

@@ -209,8 +209,7 @@ TEST(GroupClone, ACycleEndsWithOneMessage) {
   source->addChild(inner);
   inner->addChild(source);
   ozGroup *copy = nullptr;
-  std::string const message =
-      stderrOf([&] { copy = static_cast<ozGroup *>(source->clone(ozContainer::CLONE_DEEP)); });
+  std::string const message = stderrOf([&] { copy = static_cast<ozGroup *>(source->clone(ozContainer::CLONE_DEEP)); });
   ASSERT_NE(copy, nullptr);
   EXPECT_EQ(message, "ozContainer: the graph to be copied holds a cycle through a Group\n");
   EXPECT_EQ(copy->getChildCount(), 1);

@@ -385,8 +385,8 @@ TEST_F(GroupTest, NullChildrenArePassedOverInEachVisit) {
   group->drawVisit(&draw);
   isect.apply(group);
   sound.apply(group);
-  EXPECT_THAT(notes, ElementsAre("pre g", "visit a", "visit b", "post g", "pre g", "transform a", "transform b", "post g",
-                                 "pre g", "cull a", "cull b", "post g", "pre g", "draw a", "draw b", "post g",
+  EXPECT_THAT(notes, ElementsAre("pre g", "visit a", "visit b", "post g", "pre g", "transform a", "transform b",
+                                 "post g", "pre g", "cull a", "cull b", "post g", "pre g", "draw a", "draw b", "post g",
                                  "isect b", "isect a", "sound a", "sound b"));
 }
 

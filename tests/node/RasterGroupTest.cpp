@@ -13,8 +13,7 @@ using ::testing::IsEmpty;
 namespace {
 
 /// A group of one of the three classes, "g", with two probes, drawn in a context.
-template <class Group>
-class RasterTest : public ContextTest {
+template <class Group> class RasterTest : public ContextTest {
 protected:
   void SetUp() override {
     ContextTest::SetUp();
@@ -209,8 +208,8 @@ TEST_F(PolygonOffsetTest, WhatWasOnBeforeStaysOn) {
   glEnable(GL_POLYGON_OFFSET_LINE);
   glPolygonOffset(3, 4);
   g()->setOffsetType(ozPolygonOffset::LINE_OFFSET);
-  EXPECT_THAT(drawIt(), ElementsAre("glPolygonOffset(0, 0)", "glEnable(GL_POLYGON_OFFSET_LINE)",
-                                    "glPolygonOffset(3, 4)"));
+  EXPECT_THAT(drawIt(),
+              ElementsAre("glPolygonOffset(0, 0)", "glEnable(GL_POLYGON_OFFSET_LINE)", "glPolygonOffset(3, 4)"));
 }
 
 TEST_F(PolygonOffsetTest, AnotherKindDrawsNothingAndRestoresTheNumbers) {
@@ -237,8 +236,7 @@ TEST_F(PolygonOffsetTest, SetValuesReachConnectedFields) {
 
 // ---- all three
 
-template <class Group>
-class RasterGroupTest : public RasterTest<Group> {};
+template <class Group> class RasterGroupTest : public RasterTest<Group> {};
 typedef ::testing::Types<ozBlendEquation, ozLogicOp, ozPolygonOffset> RasterGroups;
 TYPED_TEST_SUITE(RasterGroupTest, RasterGroups);
 

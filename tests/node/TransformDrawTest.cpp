@@ -238,9 +238,9 @@ TEST_F(TransformDrawTest, BeyondTheDepthSetTheMatrixIsLoadedWhole) {
   }
   last->addChild(a);
   EXPECT_THAT(drawNames(root),
-              ElementsAre("glPushMatrix", "glMultMatrixf", "glPushMatrix", "glMultMatrixf",         // depths 2 and 3
-                          "glLoadMatrixf", "glLoadMatrixf", "glLoadMatrixf", "glLoadMatrixf",       // 4 to 7
-                          "glLoadMatrixf", "glLoadMatrixf", "glLoadMatrixf", "glLoadMatrixf",       // out of 7 to 4
+              ElementsAre("glPushMatrix", "glMultMatrixf", "glPushMatrix", "glMultMatrixf",   // depths 2 and 3
+                          "glLoadMatrixf", "glLoadMatrixf", "glLoadMatrixf", "glLoadMatrixf", // 4 to 7
+                          "glLoadMatrixf", "glLoadMatrixf", "glLoadMatrixf", "glLoadMatrixf", // out of 7 to 4
                           "glPopMatrix", "glPopMatrix"));
   EXPECT_EQ(depth, 7);
   EXPECT_TRUE(matrix.almostEqual(modelview, 1e-4f));

@@ -20,11 +20,9 @@ struct CleanNotes {
 };
 
 /// Keeps an object alive for the time of a test.
-template <class T>
-class Held {
+template <class T> class Held {
 public:
-  template <class... Args>
-  explicit Held(Args &&...args) : Held(new T(args...)) {}
+  template <class... Args> explicit Held(Args &&...args) : Held(new T(args...)) {}
   explicit Held(T *object) : _object(object) { _object->ref(); }
   Held(Held const &) = delete;
   Held &operator=(Held const &) = delete;
@@ -47,7 +45,7 @@ public:
   explicit ProbeNode(char const *name, float halfSize = 1);
 
   ozTravDirective verdict = TRAV_CONT;
-  std::function<void()> during;                           ///< run in each visit
+  std::function<void()> during;                             ///< run in each visit
   std::function<void(ozTransformAction *)> duringTransform; ///< run in each visit by an action with matrices
 
   void sound(ozSoundAction *action) override;
@@ -65,13 +63,12 @@ private:
 };
 
 /// A group (or a class below it) that notes its changes.
-template <class Group>
-class Watched : public Group {
+template <class Group> class Watched : public Group {
 public:
   Watched() : Group() {}
-  std::vector<short> changes;                     ///< the ids that fieldChanged was called with
+  std::vector<short> changes; ///< the ids that fieldChanged was called with
   std::vector<std::pair<ozContainer *, short>> childChanges;
-  int cleanings = 0;                              ///< computations of the box
+  int cleanings = 0; ///< computations of the box
 
   void fieldChanged(short id) override {
     changes.push_back(id);
@@ -88,8 +85,7 @@ public:
 };
 
 /// An action that notes preVisit and postVisit with the names of the nodes, and answers as told by name.
-template <class Action>
-class Noting : public Action {
+template <class Action> class Noting : public Action {
 public:
   std::map<std::string, ozTravDirective> pre, post;
   ozTravDirective preVisit(ozNode *node) override { return note("pre ", pre, node); }
@@ -133,8 +129,7 @@ private:
   ozNode *_node = nullptr;
 };
 
-template <class T>
-T *named(T *node, char const *name) {
+template <class T> T *named(T *node, char const *name) {
   node->setName(name);
   return node;
 }
@@ -150,14 +145,20 @@ ozOrthoCamera *wideCamera();
 #define EXPECT_BOX(box, x0, y0, z0, x1, y1, z1)                                                                        \
   do {                                                                                                                 \
     ozBoxBound const found = (box);                                                                                    \
-    EXPECT_NEAR(found.min[0], x0, 1e-4); EXPECT_NEAR(found.min[1], y0, 1e-4); EXPECT_NEAR(found.min[2], z0, 1e-4);     \
-    EXPECT_NEAR(found.max[0], x1, 1e-4); EXPECT_NEAR(found.max[1], y1, 1e-4); EXPECT_NEAR(found.max[2], z1, 1e-4);     \
+    EXPECT_NEAR(found.min[0], x0, 1e-4);                                                                               \
+    EXPECT_NEAR(found.min[1], y0, 1e-4);                                                                               \
+    EXPECT_NEAR(found.min[2], z0, 1e-4);                                                                               \
+    EXPECT_NEAR(found.max[0], x1, 1e-4);                                                                               \
+    EXPECT_NEAR(found.max[1], y1, 1e-4);                                                                               \
+    EXPECT_NEAR(found.max[2], z1, 1e-4);                                                                               \
   } while (0)
 
 #define EXPECT_VEC(v, x, y, z)                                                                                         \
   do {                                                                                                                 \
     ozVec3f const found = (v);                                                                                         \
-    EXPECT_NEAR(found[0], x, 1e-4); EXPECT_NEAR(found[1], y, 1e-4); EXPECT_NEAR(found[2], z, 1e-4);                    \
+    EXPECT_NEAR(found[0], x, 1e-4);                                                                                    \
+    EXPECT_NEAR(found[1], y, 1e-4);                                                                                    \
+    EXPECT_NEAR(found[2], z, 1e-4);                                                                                    \
   } while (0)
 
 #endif
