@@ -174,7 +174,7 @@ private:
   static ozType *_ClassType;
 
   ozFieldArray *_fields;
-  void *_parents; // ozPtrArray * where PARENT_ARRAY_FLAG is set, otherwise ozContainer *
+  void *_parents; // ozParentList * where PARENT_ARRAY_FLAG is set, otherwise ozContainer *
   ozData *_userData;
   long long _dirtyMask;      // bit per field id: an input holds a newer value
   long long _sideEffectMask; // bit per field id: the derived value is stale, and the parents know

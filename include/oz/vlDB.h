@@ -19,8 +19,8 @@ class vlReadState;
 /// The grammar is VRML's; the fields of a node are those of the library's class, found by name or alias and read by
 /// their own class, so that what ozObject::write puts out can be read back for the classes that the reader knows.
 /// Errors are told on the standard error stream with their line, and reading goes on wherever it can. PROTO and
-/// EXTERNPROTO are refused. Whatever stands in a file, reading ends: nodes nest at most 1,000 levels deep, Inlines at most
-/// 16, and one read makes at most 1,000 Inlines.
+/// EXTERNPROTO are refused. Whatever stands in a file, reading ends: nodes nest at most 1,000 levels deep, Inlines at
+/// most 16, and one read makes at most 1,000 Inlines.
 ///
 /// Single threaded: the reader keeps its state in statics.
 class OZ_API vlDB {

@@ -8,9 +8,9 @@ class ozIndexedFaceSet;
 /// What the reader does to every face set that it has read.
 class OZ_API vlGeom {
 public:
-  /// Makes the normals that a file did not give: corners at one position share a normal, the mean of their faces', where
-  /// these lie within the crease angle (in radians) of the first of them. A face's normal is that of its first three
-  /// corners. Fills "normalSet" and "normalIndex", one index a corner, and binds normals per vertex.
+  /// Makes the normals that a file did not give: corners at one position share a normal, the mean of their faces',
+  /// where these lie within the crease angle (in radians) of the first of them. A face's normal is that of its first
+  /// three corners. Fills "normalSet" and "normalIndex", one index a corner, and binds normals per vertex.
   static void computeNorms(ozIndexedFaceSet *set, float creaseAngle);
 
   /// Fixes the bound of a set whose coordinates are fed by other fields: a box around all key values of the sources,

@@ -3,7 +3,6 @@
 
 #include <stdio.h>
 
-#include "oz/ozByteArray.h"
 #include "oz/ozDict.h"
 #include "oz/ozName.h"
 #include "oz/ozString.h"
@@ -19,6 +18,7 @@ class OZ_API vlInput {
 public:
   /// Reads standard input until setFilePointer() gives another stream.
   vlInput();
+  ~vlInput();
   vlInput(vlInput const &) = delete;
   vlInput &operator=(vlInput const &) = delete;
 
@@ -52,8 +52,8 @@ public:
   unsigned char read(unsigned long &value);
   unsigned char read(float &value);
   unsigned char read(double &value);
-  /// With validIdent, an identifier, of which 255 characters count; empty where the next character starts none. Without,
-  /// anything up to white space, or a quoted string.
+  /// With validIdent, an identifier, of which 255 characters count; empty where the next character starts none.
+  /// Without, anything up to white space, or a quoted string.
   unsigned char read(ozName &name, unsigned char validIdent);
   /// A string in double quotes, or anything up to white space.
   unsigned char read(ozString &text);
@@ -85,10 +85,12 @@ private:
   unsigned char readInteger(long &value);
   unsigned char readUnsignedInteger(unsigned long &value);
   unsigned char readReal(double &value);
-  unsigned char readUnsignedIntegerString();
-  unsigned char readDigits();
-  unsigned char readHexDigits();
-  unsigned char readChar(char c);
+  unsigned char readUnsignedIntegerString(char &c);
+  unsigned char readDigits(char &c);
+  /// Collects c and gets the next character if c is the wanted one.
+  unsigned char readIf(char &c, char wanted);
+  void collect(char c);
+  char *collected();
 
   FILE *_fp;
   int _lineNumber;
@@ -99,7 +101,9 @@ private:
   ozString _backBuf;
   int _backBufIndex;
   long _taken;
-  ozByteArray _number; // the digits being read: of any length
+  char *_text; // the characters of the number or string being read, of any length
+  size_t _textSize;
+  size_t _textLength;
 };
 
 #endif

@@ -1,5 +1,5 @@
-// The change machinery. Invariants: a set bit of the dirty mask means that an input of that field holds a newer value; a
-// set bit of the side-effect mask means that all parents have been told, which is why a burst of changes stops at the
+// The change machinery. Invariants: a set bit of the dirty mask means that an input of that field holds a newer value;
+// a set bit of the side-effect mask means that all parents have been told, which is why a burst of changes stops at the
 // first container that has the bit. Setting marks, reading computes.
 
 #include "oz/ozContainer.h"
@@ -11,6 +11,32 @@
 #include "oz/ozSFRef.h"
 #include "oz/ozString.h"
 #include "oz/ozType.h"
+
+/// The parents of a container that has had several. Parents go mostly in the order in which they came, as a graph is
+/// torn down: taking the first one away moves nothing.
+struct ozParentList {
+  ozPtrArray entries;
+  unsigned int first;
+
+  ozParentList() : entries(2), first(0) {}
+  unsigned int getCount() const { return entries.getCount() - first; }
+  ozContainer *get(unsigned int i) const { return static_cast<ozContainer *>(entries[first + i]); }
+
+  /// Takes out the first entry equal to one; returns whether there was one.
+  unsigned char remove(ozContainer *parent) {
+    unsigned int const count = entries.getCount();
+    unsigned int at = first;
+    while (at < count && entries[at] != parent) ++at;
+    if (at == count) return 0;
+    if (at == first)
+      ++first;
+    else
+      entries.removeIndex(at);
+    return 1;
+  }
+};
+
+static ozParentList *listOf(void *parents) { return static_cast<ozParentList *>(parents); }
 
 ozType *ozContainer::_ClassType = nullptr;
 
@@ -37,7 +63,7 @@ ozContainer::~ozContainer() {
     }
     delete _fields;
   }
-  if (hasFlag(PARENT_ARRAY_FLAG)) delete static_cast<ozPtrArray *>(_parents);
+  if (hasFlag(PARENT_ARRAY_FLAG)) delete listOf(_parents);
 }
 
 void ozContainer::setUserData(ozData *data) {
@@ -195,8 +221,10 @@ void ozContainer::validatePending(short id) {
   }
   if (_dirtyMask & bit) {
     ozField *const field = _fields ? _fields->get(static_cast<unsigned int>(id)) : nullptr;
-    if (field) cleanFieldInputs(field);
-    else _dirtyMask &= ~bit;
+    if (field)
+      cleanFieldInputs(field);
+    else
+      _dirtyMask &= ~bit;
   }
 }
 
@@ -212,10 +240,10 @@ void ozContainer::internalCleanFields(long long mask) {
 
 void ozContainer::notifyParents(short id) {
   if (hasFlag(PARENT_ARRAY_FLAG)) {
-    ozPtrArray *const parents = static_cast<ozPtrArray *>(_parents);
+    ozParentList *const parents = listOf(_parents);
     unsigned int const count = parents->getCount();
     for (unsigned int i = 0; i < count && hasFlag(PARENT_ARRAY_FLAG) && i < parents->getCount(); ++i)
-      static_cast<ozContainer *>(parents->get(i))->childChanged(this, id);
+      parents->get(i)->childChanged(this, id);
   } else if (_parents) {
     static_cast<ozContainer *>(_parents)->childChanged(this, id);
   }
@@ -232,25 +260,24 @@ void ozContainer::propagateSideEffect(short id) {
 // ---- parents
 
 int ozContainer::getParentCount() const {
-  if (hasFlag(PARENT_ARRAY_FLAG)) return static_cast<int>(static_cast<ozPtrArray *>(_parents)->getCount());
+  if (hasFlag(PARENT_ARRAY_FLAG)) return static_cast<int>(listOf(_parents)->getCount());
   return _parents ? 1 : 0;
 }
 
 ozContainer *ozContainer::getParent(int index) const {
-  if (hasFlag(PARENT_ARRAY_FLAG))
-    return static_cast<ozContainer *>(static_cast<ozPtrArray *>(_parents)->get(static_cast<unsigned int>(index)));
+  if (hasFlag(PARENT_ARRAY_FLAG)) return listOf(_parents)->get(static_cast<unsigned int>(index));
   return index == 0 ? static_cast<ozContainer *>(_parents) : nullptr;
 }
 
 void ozContainer::addParent(ozContainer *parent) {
   if (hasFlag(PARENT_ARRAY_FLAG)) {
-    static_cast<ozPtrArray *>(_parents)->append(parent);
+    listOf(_parents)->entries.append(parent);
   } else if (!_parents) {
     _parents = parent;
   } else {
-    ozPtrArray *const parents = new ozPtrArray(2);
-    parents->append(_parents);
-    parents->append(parent);
+    ozParentList *const parents = new ozParentList;
+    parents->entries.append(_parents);
+    parents->entries.append(parent);
     _parents = parents;
     setFlag(PARENT_ARRAY_FLAG, true);
   }
@@ -263,7 +290,7 @@ int ozContainer::removeParent(ozContainer *parent) {
     _parents = nullptr;
     return 0;
   }
-  ozPtrArray *const parents = static_cast<ozPtrArray *>(_parents);
+  ozParentList *const parents = listOf(_parents);
   int const removed = parents->remove(parent);
   if (parents->getCount() == 1) {
     _parents = parents->get(0);

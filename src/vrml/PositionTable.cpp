@@ -12,8 +12,8 @@ PositionTable::~PositionTable() {
 
 unsigned int PositionTable::bucketCount(unsigned int size) {
   static unsigned int const primes[] = {
-      3,       7,       13,      31,       61,       127,      251,       509,       1021,      2039,
-      4093,    8191,    16381,   32749,    65521,    131071,   262139,    524287,    1048573,   2097143,
+      3,       7,       13,       31,       61,       127,       251,       509,       1021,       2039,
+      4093,    8191,    16381,    32749,    65521,    131071,    262139,    524287,    1048573,    2097143,
       4194301, 8388593, 16777213, 33554393, 67108859, 134217689, 268435399, 536870909, 1073741789, 2147483647};
   for (unsigned int prime : primes)
     if (prime >= size) return prime;

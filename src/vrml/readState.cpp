@@ -54,8 +54,7 @@ void vlReadState::contain(int height) {
 namespace {
 
 // Calls end(container) for both ends of all connections of an object to others, until that gives true; whether it did.
-template <class End>
-bool anyConnection(ozContainer *obj, End end) {
+template <class End> bool anyConnection(ozContainer *obj, End end) {
   for (int id = 0; id < obj->getType()->getFieldInfoCount(); ++id) {
     ozField *const field = obj->findFieldObject(id);
     if (!field) continue;
@@ -120,8 +119,10 @@ void vlReadState::keep(ozContainer *obj) {
 void vlReadState::release() {
   for (unsigned int i = 0; i < _made.getCount(); ++i) {
     ozContainer *const obj = static_cast<ozContainer *>(_made[i]);
-    if (obj->getRefCount() == 1 && anyConnection(obj, [](ozContainer *) { return true; })) outsiders().add(obj);
-    else obj->unref();
+    if (obj->getRefCount() == 1 && anyConnection(obj, [](ozContainer *) { return true; }))
+      outsiders().add(obj);
+    else
+      obj->unref();
   }
   _made.setCount(0);
   outsiders().sweep();
@@ -131,7 +132,8 @@ void vlReadState::release() {
 
 namespace {
 
-// The graph as it will be with one more route: a field holds what it refers to, and what it will take over along routes.
+// The graph as it will be with one more route: a field holds what it refers to, and what it will take over along
+// routes.
 class Reach {
 public:
   Reach(ozField *source, ozField *target) : _source(source), _target(target), _heights(65521) {}
@@ -166,8 +168,7 @@ private:
   }
 
   // Hands in what a container's field holds.
-  template <class Longest>
-  bool elements(ozFieldInfo *info, ozContainer *c, Longest const &longest) {
+  template <class Longest> bool elements(ozFieldInfo *info, ozContainer *c, Longest const &longest) {
     if (info->getFieldType()->isDerivedFrom(ozSFRef::getClassType())) {
       ozContainer *const element = static_cast<ozSFRefInfo *>(info)->member(c);
       return !element || longest(from(element));
@@ -179,8 +180,7 @@ private:
   }
 
   // Takes the longest of what visit() hands in, once for each object.
-  template <class Visit>
-  long walk(void const *object, Visit visit) {
+  template <class Visit> long walk(void const *object, Visit visit) {
     void *known = nullptr;
     if (_heights.find(keyOf(object), known)) {
       long const height = reinterpret_cast<long>(known);

@@ -1,5 +1,5 @@
-// Files and statements: the outer half of the parser. Every operation takes what it can use and leaves the rest; whoever
-// loops makes sure that a round takes something.
+// Files and statements: the outer half of the parser. Every operation takes what it can use and leaves the rest;
+// whoever loops makes sure that a round takes something.
 
 #include "oz/vlDB.h"
 
@@ -49,10 +49,15 @@ static void cleanTree(ozContainer *c, ozDict &cleaned) {
   c->freeUnconnectedFields();
   if (!c->isOfType(ozGroup::getClassType())) return;
   ozGroup *const group = static_cast<ozGroup *>(c);
-  for (int i = group->getChildCount() - 1; i >= 0; --i) {
-    if (!group->getChild(i)) group->removeChild(i);
-    else cleanTree(group->getChild(i), cleaned);
-  }
+  ozRefArray present;
+  for (int i = 0; i < group->getChildCount(); ++i)
+    if (group->getChild(i)) {
+      if (present.getCount() == present.getSize()) present.setExtension(present.getCount() / 2 + 32);
+      present.append(group->getChild(i));
+    }
+  // At once, because each removal by itself moves all children behind.
+  if (present.getCount() < static_cast<unsigned int>(group->getChildCount())) group->children()->set(present);
+  for (int i = group->getChildCount() - 1; i >= 0; --i) cleanTree(group->getChild(i), cleaned);
 }
 
 unsigned char vlDB::readFile(char const *name, ozContainer *&root, ozPtrArray &files) {
@@ -114,8 +119,10 @@ unsigned char vlDB::readStatement(vlInput *in, ozContainer *root) {
   bool const proto = !strcmp(word, "PROTO"), externProto = !strcmp(word, "EXTERNPROTO");
   if (proto || externProto) {
     in->read(token);
-    if (proto) vlReadError::post(in, "This version of the parser does not parse PROTOs yet");
-    else vlReadError::post(in, "This version of the parser does not parse EXTERNPROTOs yet");
+    if (proto)
+      vlReadError::post(in, "This version of the parser does not parse PROTOs yet");
+    else
+      vlReadError::post(in, "This version of the parser does not parse EXTERNPROTOs yet");
     return 0;
   }
   if (!strcmp(word, "ROUTE")) {
@@ -192,8 +199,10 @@ unsigned char vlDB::readNode(vlInput *in, ozName &className, ozContainer *&obj, 
   obj = nullptr;
   if (!expect(in, '{')) return 0;
   unsigned char ok = 0;
-  if (_state->mayBegin()) ok = readNodeInstance(in, className, defName, obj);
-  else vlReadError::post(in, "Nodes are nested too deeply (%d)", vlReadState::MaxDepth);
+  if (_state->mayBegin())
+    ok = readNodeInstance(in, className, defName, obj);
+  else
+    vlReadError::post(in, "Nodes are nested too deeply (%d)", vlReadState::MaxDepth);
   if (ok) return expect(in, '}');
   flushInput(in);
   return 0;
@@ -204,8 +213,10 @@ unsigned char vlDB::flushInput(vlInput *in) {
   for (int depth = 1; depth > 0;) {
     in->skipWhiteSpace();
     if (!in->get(c)) break;
-    if (c == '{') ++depth;
-    else if (c == '}') --depth;
+    if (c == '{')
+      ++depth;
+    else if (c == '}')
+      --depth;
   }
   return 1;
 }

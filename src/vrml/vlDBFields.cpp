@@ -42,8 +42,7 @@ static unsigned char readRotation(vlInput *in, ozRotation &rotation) {
 }
 
 // Reads a value with `read` and stores it in a field of class Field.
-template <class Field, class Read>
-static unsigned char readInto(ozField *field, Read read) {
+template <class Field, class Read> static unsigned char readInto(ozField *field, Read read) {
   typename Field::Value value;
   if (!read(value)) return 0;
   static_cast<Field *>(field)->set(value);
@@ -51,8 +50,7 @@ static unsigned char readInto(ozField *field, Read read) {
 }
 
 // The vectors are stored also after a failed read: meant so.
-template <class Field, int Count>
-static unsigned char readVector(vlInput *in, ozField *field) {
+template <class Field, int Count> static unsigned char readVector(vlInput *in, ozField *field) {
   float v[Count] = {};
   unsigned char const ok = readFloats(in, v, Count);
   static_cast<Field *>(field)->set(typename Field::Value(v));
@@ -68,7 +66,8 @@ unsigned char vlDB::readOrbisField(vlInput *in, ozType *type, ozField *field, oz
     return 0;
   }
   if (is(ozSFString::getClassType())) return readInto<ozSFString>(field, plain);
-  if (is(ozSFUByte::getClassType())) return readInto<ozSFUByte>(field, [in](unsigned char &v) { return in->readBool(v); });
+  if (is(ozSFUByte::getClassType()))
+    return readInto<ozSFUByte>(field, [in](unsigned char &v) { return in->readBool(v); });
   if (is(ozSFInt::getClassType())) return readInto<ozSFInt>(field, plain);
   if (is(ozSFEnum::getClassType())) return readInto<ozSFEnum>(field, plain); // a number, never the name: meant so
   if (is(ozSFFloat::getClassType())) return readInto<ozSFFloat>(field, plain);
@@ -106,8 +105,7 @@ static void skipJunk(vlInput *in) {
 
 // Reads one element, or a list of them in brackets: element() reads one and returns whether there was one. An element
 // that fails is no error of a list, which goes on behind it.
-template <class Element>
-static unsigned char readElements(vlInput *in, Element element) {
+template <class Element> static unsigned char readElements(vlInput *in, Element element) {
   char c;
   if (!in->read(c)) return 0;
   if (c != '[') {
@@ -145,8 +143,7 @@ static unsigned char readValues(vlInput *in, ozField *field, Read read) {
   return ok;
 }
 
-template <class Field, class Array, int Count>
-static unsigned char readVectors(vlInput *in, ozField *field) {
+template <class Field, class Array, int Count> static unsigned char readVectors(vlInput *in, ozField *field) {
   return readValues<Field, Array>(in, field, [in](typename Array::Value &value) {
     float v[Count];
     if (!readFloats(in, v, Count)) return false;
@@ -170,7 +167,7 @@ unsigned char vlDB::readMFField(vlInput *in, ozType *type, ozField *field) {
       return 1;
     });
     if (values.getCount()) static_cast<ozMFString *>(field)->setRange(0, values.getCount(), values.getArray());
-    for (unsigned int i = 0; i < values.getCount(); ++i) values.set(i, ozString());
+    values.freeTexts();
     return ok;
   }
   if (is(ozMFInt::getClassType())) return readValues<ozMFInt, ozIntArray>(in, field, plain);

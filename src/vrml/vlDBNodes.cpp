@@ -20,10 +20,7 @@ struct vlNodeClass {
   static vlNodeClass const Table[];
 };
 
-template <class Class>
-static ozContainer *make() {
-  return new Class;
-}
+template <class Class> static ozContainer *make() { return new Class; }
 
 vlNodeClass const vlNodeClass::Table[] = {
     {"LineSet", make<ozLineSet>, nullptr},
@@ -69,11 +66,30 @@ vlNodeClass const vlNodeClass::Table[] = {
 };
 
 // IndexedLineSet, PlaneSensor and SphereSensor stand here too and are never reached: meant so.
-static char const *const Refused[] = {
-    "Background",     "BoxProximitySensor", "ClickSensor",       "CylinderSensor", "DirectedSound",  "DiskSensor",
-    "ElevationGrid",  "Fog",                "FontStyle",         "GeneralCylinder", "IndexedLineSet", "LOD",
-    "NavigationInfo", "PlaneSensor",        "PointSet",          "PointSound",     "Script",         "SphereSensor",
-    "SpotLight",      "Text",               "Texture2Transform", "Viewpoint",      "WorldInfo",      "WWWAnchor"};
+static char const *const Refused[] = {"Background",
+                                      "BoxProximitySensor",
+                                      "ClickSensor",
+                                      "CylinderSensor",
+                                      "DirectedSound",
+                                      "DiskSensor",
+                                      "ElevationGrid",
+                                      "Fog",
+                                      "FontStyle",
+                                      "GeneralCylinder",
+                                      "IndexedLineSet",
+                                      "LOD",
+                                      "NavigationInfo",
+                                      "PlaneSensor",
+                                      "PointSet",
+                                      "PointSound",
+                                      "Script",
+                                      "SphereSensor",
+                                      "SpotLight",
+                                      "Text",
+                                      "Texture2Transform",
+                                      "Viewpoint",
+                                      "WorldInfo",
+                                      "WWWAnchor"};
 
 vlNodeClass const *vlNodeClass::find(char const *name) {
   for (vlNodeClass const &row : Table)
@@ -91,8 +107,10 @@ unsigned char vlDB::readNodeInstance(vlInput *in, ozName const &className, ozNam
   if (!obj) {
     bool refused = false;
     for (char const *name : Refused) refused = refused || !strcmp(name, className.getString());
-    if (refused) vlReadError::post(in, "Unsupported class \"%s\"", className.getString());
-    else vlReadError::post(in, "Unknown class \"%s\"", className.getString());
+    if (refused)
+      vlReadError::post(in, "Unsupported class \"%s\"", className.getString());
+    else
+      vlReadError::post(in, "Unknown class \"%s\"", className.getString());
     return 0;
   }
   bool const named = defName && !!*defName;

@@ -65,8 +65,8 @@ private:
 };
 
 // Parts the corners of one position into groups within the crease of their first, and gives each group its mean.
-// Comparisons are limited, or a mesh with all its corners at one place would take for ever: when they are used up, what is
-// left stays apart.
+// Comparisons are limited, or a mesh with all its corners at one place would take for ever: when they are used up, what
+// is left stays apart.
 void smooth(ozIntArray &pairs, ozVec3fArray const &faceNormals, float cosCrease, ozIntArray &normalIndex,
             ozVec3fArray &normals, long &comparisons) {
   for (unsigned int s = 0; s < pairs.getCount(); s += 2) {

@@ -1,6 +1,6 @@
 #include "oz/vlInput.h"
 
-#include <ctype.h>
+#include <locale.h>
 #include <stdlib.h>
 #include <string.h>
 
@@ -9,11 +9,16 @@
 
 static char const EndMark = static_cast<char>(255);
 
-static bool isAlnum(char c) { return isalnum(static_cast<unsigned char>(c)); }
-static bool isDigit(char c) { return isdigit(static_cast<unsigned char>(c)); }
-static bool isSpace(char c) { return isspace(static_cast<unsigned char>(c)); }
+// The classes of the "C" locale, whatever the application's is.
+static bool isDigit(char c) { return c >= '0' && c <= '9'; }
+static bool isAlnum(char c) { return isDigit(c) || ((c | 32) >= 'a' && (c | 32) <= 'z'); }
+static bool isHexDigit(char c) { return isDigit(c) || ((c | 32) >= 'a' && (c | 32) <= 'f'); }
+static bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+static bool isControl(char c) { return (c >= 0 && c < ' ') || c == 127; }
 
-vlInput::vlInput() : _refDict(251) { setFilePointer(stdin); }
+vlInput::vlInput() : _refDict(251), _text(nullptr), _textSize(0), _textLength(0) { setFilePointer(stdin); }
+
+vlInput::~vlInput() { free(_text); }
 
 void vlInput::setFilePointer(FILE *file) {
   _fp = file;
@@ -38,7 +43,7 @@ unsigned char vlInput::get(char &c) {
     _backBufIndex = -1;
   }
   if (_readHeader || checkHeader()) {
-    int const next = eof() ? EOF : getc_unlocked(_fp);
+    int const next = feof_unlocked(_fp) || ferror_unlocked(_fp) ? EOF : getc_unlocked(_fp);
     if (next != EOF) {
       c = static_cast<char>(next);
       ++_taken;
@@ -53,8 +58,10 @@ void vlInput::putBack(char c) {
   if (c == EndMark) return;
   --_taken;
   // In a token the index steps back and the character is not stored; ahead of its first the token is dropped. Meant so.
-  if (_backBufIndex >= 0) --_backBufIndex;
-  else ungetc(c, _fp);
+  if (_backBufIndex >= 0)
+    --_backBufIndex;
+  else
+    ungetc(c, _fp);
 }
 
 void vlInput::putBack(char const *token) {
@@ -118,8 +125,10 @@ unsigned char vlInput::checkHeader() {
   line[length++] = c;
   bool tooLong = false;
   while (get(c) && c != '\n') {
-    if (length < sizeof line - 1) line[length++] = c == '\r' ? '\0' : c;
-    else tooLong = true;
+    if (length < sizeof line - 1)
+      line[length++] = c == '\r' ? '\0' : c;
+    else
+      tooLong = true;
   }
   line[length] = '\0';
   if (c == '\n') ++_lineNumber;
@@ -139,8 +148,10 @@ unsigned char vlInput::skipWhiteSpace() {
     } else if (c == '#') {
       while (get(c) && c != '\n') {
       }
-      if (c == '\n') ++_lineNumber;
-      else vlReadError::post(this, "EOF reached before end of comment");
+      if (c == '\n')
+        ++_lineNumber;
+      else
+        vlReadError::post(this, "EOF reached before end of comment");
     } else if (!isSpace(c)) {
       putBack(c);
       return 1;
@@ -153,80 +164,112 @@ unsigned char vlInput::isIdentChar(char c) { return isAlnum(c) || c == '_' || c 
 unsigned char vlInput::isIdentStartChar(char c) { return isIdentChar(c) && !isDigit(c); }
 unsigned char vlInput::isNodeNameStartChar(char c) { return isIdentChar(c) && !isDigit(c); }
 unsigned char vlInput::isNodeNameChar(char c) {
-  return isAlnum(c) ||
-         (!(c && strchr("+'\"\\{}", c)) && !isSpace(c) && !iscntrl(static_cast<unsigned char>(c)));
+  return isAlnum(c) || (!(c && strchr("+'\"\\{}", c)) && !isSpace(c) && !isControl(c));
 }
 
-// ---- numbers
+// ---- numbers: the characters of one are collected, of any length, and the first that is in none is put back
 
-unsigned char vlInput::readChar(char wanted) {
-  char c;
-  if (!get(c)) return 0;
-  if (c == wanted) {
-    _number.append(c);
-    return 1;
+void vlInput::collect(char c) {
+  if (_textLength == _textSize) {
+    size_t const size = _textSize ? 2 * _textSize : 256;
+    char *const grown = static_cast<char *>(realloc(_text, size));
+    if (!grown) return;
+    _text = grown;
+    _textSize = size;
   }
-  putBack(c);
-  return 0;
+  _text[_textLength++] = c;
 }
 
-// Collects characters while they match; returns whether there was one.
-#define VL_COLLECT(matches)                                                                                            \
-  unsigned int const before = _number.getCount();                                                                      \
-  char c;                                                                                                              \
-  while (get(c)) {                                                                                                     \
-    if (!(matches)) {                                                                                                  \
-      putBack(c);                                                                                                      \
-      break;                                                                                                           \
-    }                                                                                                                  \
-    _number.append(c);                                                                                                 \
-  }                                                                                                                    \
-  return _number.getCount() > before
+char *vlInput::collected() {
+  collect('\0');
+  return _text;
+}
 
-unsigned char vlInput::readDigits() { VL_COLLECT(isDigit(c)); }
-unsigned char vlInput::readHexDigits() { VL_COLLECT(isxdigit(static_cast<unsigned char>(c))); }
+// Collects c and what follows while it is digits; c is then the character behind. Returns whether there was one.
+unsigned char vlInput::readDigits(char &c) {
+  if (!isDigit(c)) return 0;
+  do collect(c);
+  while (get(c) && isDigit(c));
+  return 1;
+}
 
-#undef VL_COLLECT
+unsigned char vlInput::readIf(char &c, char wanted) {
+  if (c != wanted) return 0;
+  collect(c);
+  get(c);
+  return 1;
+}
 
-unsigned char vlInput::readUnsignedIntegerString() {
-  if (readChar('0')) {
-    if (readChar('x')) return readHexDigits();
-    readDigits();
+// At the end c is the end mark, which is in no number and is not put back.
+unsigned char vlInput::readUnsignedIntegerString(char &c) {
+  if (c != '0') return readDigits(c);
+  collect(c);
+  get(c);
+  if (c != 'x') {
+    readDigits(c);
     return 1;
   }
-  return readDigits();
+  collect(c);
+  unsigned char found = 0;
+  for (; get(c) && isHexDigit(c); found = 1) collect(c);
+  return found;
 }
 
 unsigned char vlInput::readInteger(long &value) {
-  _number.setCount(0);
-  if (!readChar('-')) readChar('+');
-  if (!readUnsignedIntegerString()) return 0;
-  _number.append('\0');
-  value = strtol(_number.getArray(), nullptr, 0);
-  return 1;
+  char c;
+  _textLength = 0;
+  get(c);
+  if (!readIf(c, '-')) readIf(c, '+');
+  unsigned char const found = readUnsignedIntegerString(c);
+  putBack(c);
+  if (found) value = strtol(collected(), nullptr, 0);
+  return found;
 }
 
 unsigned char vlInput::readUnsignedInteger(unsigned long &value) {
-  _number.setCount(0);
-  if (!readUnsignedIntegerString()) return 0;
-  _number.append('\0');
-  value = strtoul(_number.getArray(), nullptr, 0);
-  return 1;
+  char c;
+  _textLength = 0;
+  get(c);
+  unsigned char const found = readUnsignedIntegerString(c);
+  putBack(c);
+  if (found) value = strtoul(collected(), nullptr, 0);
+  return found;
+}
+
+// With up to 15 digits and a small power of ten, both exact as doubles, one operation gives the nearest number
+// (Clinger, "How to read floating point numbers accurately"). Anything else is the C library's.
+static double realFrom(char const *text) {
+  static double const powers[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  char const *at = text;
+  bool const negative = *at == '-';
+  if (*at == '-' || *at == '+') ++at;
+  long mantissa = 0;
+  int digits = 0, decimals = 0;
+  for (; isDigit(*at) && digits < 16; ++at, ++digits) mantissa = mantissa * 10 + (*at - '0');
+  if (*at == '.')
+    for (++at; isDigit(*at) && digits < 16; ++at, ++digits, ++decimals) mantissa = mantissa * 10 + (*at - '0');
+  if (*at || digits > 15) {
+    static locale_t const plain = newlocale(LC_ALL_MASK, "C", nullptr);
+    return strtod_l(text, nullptr, plain);
+  }
+  double const value = static_cast<double>(mantissa) / powers[decimals];
+  return negative ? -value : value;
 }
 
 unsigned char vlInput::readReal(double &value) {
-  _number.setCount(0);
-  if (!readChar('-')) readChar('+');
-  unsigned char found = readDigits();
-  if (readChar('.')) found |= readDigits();
-  if (!found) return 0;
-  if (readChar('e') || readChar('E')) {
-    if (!readChar('-')) readChar('+');
-    if (!readDigits()) return 0;
+  char c;
+  _textLength = 0;
+  get(c);
+  if (!readIf(c, '-')) readIf(c, '+');
+  unsigned char found = readDigits(c);
+  if (readIf(c, '.')) found |= readDigits(c);
+  if (found && (readIf(c, 'e') || readIf(c, 'E'))) {
+    if (!readIf(c, '-')) readIf(c, '+');
+    found = readDigits(c);
   }
-  _number.append('\0');
-  value = atof(_number.getArray());
-  return 1;
+  putBack(c);
+  if (found) value = realFrom(collected());
+  return found;
 }
 
 unsigned char vlInput::read(char &c) {
@@ -289,8 +332,7 @@ unsigned char vlInput::read(ozString &text) {
   if (!get(c)) return 0;
   bool const quoted = c == '"';
   if (!quoted) putBack(c);
-  ozByteArray characters(256);
-  characters.setExtension(256);
+  _textLength = 0;
   while (get(c)) {
     if (quoted) {
       if (c == '"') break;
@@ -298,19 +340,19 @@ unsigned char vlInput::read(ozString &text) {
       if (c == '\\') {
         char next;
         if (get(next)) {
-          if (next == '"') c = next;
-          else putBack(next);
+          if (next == '"')
+            c = next;
+          else
+            putBack(next);
         }
       }
     } else if (isSpace(c)) {
       putBack(c);
       break;
     }
-    characters.append(c);
-    if (characters.getCount() == characters.getExtension() * 4) characters.setExtension(characters.getCount());
+    collect(c);
   }
-  characters.append('\0');
-  text = characters.getArray();
+  text = collected();
   return 1;
 }
 

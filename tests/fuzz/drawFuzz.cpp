@@ -10,6 +10,7 @@ extern "C" int LLVMFuzzerTestOneInput(unsigned char const *data, size_t size) {
   static HDC const device = ozDevice::createOffscreen(16, 16);
   static ozContext *const context = new ozContext(device);
   static ozPerspCamera *const camera = new ozPerspCamera;
+  if (!camera->getRefCount()) camera->ref();
   context->makeCurrent(device);
   ozDrawAction action;
   action.setCamera(camera);

@@ -223,7 +223,8 @@ TEST(DB, ASingleReferenceTakesNull) {
 }
 
 TEST(DB, AVectorIsStoredAlsoAfterAFailedReadAndARotationIsNot) {
-  Reading const r("DEF T Transform { translation 1 2 oops } DEF U Transform { rotation 1 2 oops } Group { children [ USE T USE U ] }");
+  Reading const r("DEF T Transform { translation 1 2 oops } DEF U Transform { rotation 1 2 oops } Group { children [ "
+                  "USE T USE U ] }");
   ASSERT_EQ(1, r.count());
   ASSERT_EQ(2, r.child<ozGroup>(0)->getChildCount());
   ozVec3f translation;
@@ -287,7 +288,8 @@ TEST(DB, AChainOfRoutesIsNotOfAnyLength) {
   std::string text = "DEF t0 Transform { }";
   for (int i = 1; i < 60000; ++i) {
     std::string const name = "t" + std::to_string(i);
-    text += "\nDEF " + name + " Transform { ROUTE t" + std::to_string(i - 1) + ".translation TO " + name + ".translation }";
+    text +=
+        "\nDEF " + name + " Transform { ROUTE t" + std::to_string(i - 1) + ".translation TO " + name + ".translation }";
   }
   Reading const r(text);
   EXPECT_NE(std::string::npos,
@@ -304,7 +306,23 @@ TEST(DB, AChainBuiltFromItsEndIsNotOfAnyLengthEither) {
   for (int i = 0; i < 3000; ++i) text += "DEF P" + std::to_string(i) + " ScalarInterpolator { key 0 keyValue 0 }\n";
   for (int i = 2999; i > 0; --i)
     text += "ROUTE P" + std::to_string(i - 1) + ".value TO P" + std::to_string(i) + ".fraction\n";
-  EXPECT_NE(std::string::npos, Reading(text).said().find("A route from value to fraction would make too long a chain\n"));
+  EXPECT_NE(std::string::npos,
+            Reading(text).said().find("A route from value to fraction would make too long a chain\n"));
+}
+
+TEST(DB, ANodeUsedManyTimesIsLetGoInReasonableTime) {
+  std::string text = "Group { children [ DEF s Shape { }";
+  for (int i = 0; i < 300000; ++i)
+    text += " USE s"; // taking each parent out by moving all others: 45 thousand million moves
+  Reading const r(text + " ] }");
+  EXPECT_EQ(300001, r.child<ozGroup>(0)->getChildCount());
+}
+
+TEST(DB, AListOfNullsIsCleanedInReasonableTime) {
+  std::string text = "Group { children [ ";
+  for (int i = 0; i < 300000; ++i) text += "NULL Group{} ";
+  Reading const r(text + " ] }");
+  EXPECT_EQ(300000, r.child<ozGroup>(0)->getChildCount());
 }
 
 TEST(DB, ACircleOfRoutesIsMade) {
@@ -408,7 +426,8 @@ TEST(DB, RoutesConnectFieldsByTheirPlainAndTheirEventNames) {
 }
 
 TEST(DB, ARouteMayStandAmongFields) {
-  Reading const r("DEF T TimeSensor { } DEF P PositionInterpolator { ROUTE T.fraction_changed TO P.fraction key [ 1 ] }");
+  Reading const r(
+      "DEF T TimeSensor { } DEF P PositionInterpolator { ROUTE T.fraction_changed TO P.fraction key [ 1 ] }");
   EXPECT_EQ("", r.messages);
   EXPECT_NE(nullptr, r.child(1)->getField("fraction")->getInputs());
 }
@@ -522,23 +541,23 @@ TEST_P(AcceptedClass, IsMade) {
 
 INSTANTIATE_TEST_SUITE_P(
     Table, AcceptedClass,
-    ::testing::Values(ClassRow{"LineSet", "LineSet"}, ClassRow{"LineStripSet", "LineStripSet"},
-                      ClassRow{"TriSet", "TriSet"}, ClassRow{"QuadSet", "QuadSet"}, ClassRow{"PolySet", "PolySet"},
-                      ClassRow{"TriStripSet", "TriStripSet"}, ClassRow{"IndexedLineSet", "IndexedLineSet"},
-                      ClassRow{"IndexSet", "IndexSet"}, ClassRow{"SphereSensor", "SphereSensor"},
-                      ClassRow{"PlaneSensor", "PlaneSensor"}, ClassRow{"Appearance", "Appearance"},
-                      ClassRow{"Billboard", "Billboard"}, ClassRow{"Collision", "Collision"}, ClassRow{"Color", "ColorSet3f"},
-                      ClassRow{"ColorInterpolator", "ColorInterpolator"}, ClassRow{"Coordinate", "CoordSet3f"},
-                      ClassRow{"CoordinateInterpolator", "CoordinateInterpolator"}, ClassRow{"DirectionalLight", "DirectionalLight"}, ClassRow{"Environment", "Environment"},
-                      ClassRow{"Group", "Group"}, ClassRow{"ImageTexture", "ImageTexture"}, ClassRow{"IndexedFaceSet", "IndexedFaceSet"},
-                      ClassRow{"Material", "Material"}, ClassRow{"Normal", "NormalSet3f"},
-                      ClassRow{"NormalInterpolator", "NormalInterpolator"},
-                      ClassRow{"OrientationInterpolator", "OrientationInterpolator"},
-                      ClassRow{"PointLight", "PointLight"}, ClassRow{"PositionInterpolator", "PositionInterpolator"},
-                      ClassRow{"ScalarInterpolator", "ScalarInterpolator"}, ClassRow{"Shape", "Shape"},
-                      ClassRow{"Switch", "Switch"}, ClassRow{"TextureCoordinate", "TexCoordSet2f"},
-                      ClassRow{"TimeSensor", "TimeSensor"}, ClassRow{"TouchSensor", "TouchSensor"},
-                      ClassRow{"Transform", "Transform"}, ClassRow{"Inline", "Inline"}),
+    ::testing::Values(
+        ClassRow{"LineSet", "LineSet"}, ClassRow{"LineStripSet", "LineStripSet"}, ClassRow{"TriSet", "TriSet"},
+        ClassRow{"QuadSet", "QuadSet"}, ClassRow{"PolySet", "PolySet"}, ClassRow{"TriStripSet", "TriStripSet"},
+        ClassRow{"IndexedLineSet", "IndexedLineSet"}, ClassRow{"IndexSet", "IndexSet"},
+        ClassRow{"SphereSensor", "SphereSensor"}, ClassRow{"PlaneSensor", "PlaneSensor"},
+        ClassRow{"Appearance", "Appearance"}, ClassRow{"Billboard", "Billboard"}, ClassRow{"Collision", "Collision"},
+        ClassRow{"Color", "ColorSet3f"}, ClassRow{"ColorInterpolator", "ColorInterpolator"},
+        ClassRow{"Coordinate", "CoordSet3f"}, ClassRow{"CoordinateInterpolator", "CoordinateInterpolator"},
+        ClassRow{"DirectionalLight", "DirectionalLight"}, ClassRow{"Environment", "Environment"},
+        ClassRow{"Group", "Group"}, ClassRow{"ImageTexture", "ImageTexture"},
+        ClassRow{"IndexedFaceSet", "IndexedFaceSet"}, ClassRow{"Material", "Material"},
+        ClassRow{"Normal", "NormalSet3f"}, ClassRow{"NormalInterpolator", "NormalInterpolator"},
+        ClassRow{"OrientationInterpolator", "OrientationInterpolator"}, ClassRow{"PointLight", "PointLight"},
+        ClassRow{"PositionInterpolator", "PositionInterpolator"}, ClassRow{"ScalarInterpolator", "ScalarInterpolator"},
+        ClassRow{"Shape", "Shape"}, ClassRow{"Switch", "Switch"}, ClassRow{"TextureCoordinate", "TexCoordSet2f"},
+        ClassRow{"TimeSensor", "TimeSensor"}, ClassRow{"TouchSensor", "TouchSensor"},
+        ClassRow{"Transform", "Transform"}, ClassRow{"Inline", "Inline"}),
     [](auto const &info) { return std::string(info.param.name); });
 
 class RefusedClass : public ::testing::TestWithParam<char const *> {};
@@ -552,8 +571,8 @@ INSTANTIATE_TEST_SUITE_P(Table, RefusedClass,
                          ::testing::Values("Background", "BoxProximitySensor", "ClickSensor", "CylinderSensor",
                                            "DirectedSound", "DiskSensor", "ElevationGrid", "Fog", "FontStyle",
                                            "GeneralCylinder", "LOD", "NavigationInfo", "PointSet", "PointSound",
-                                           "Script", "SpotLight", "Text", "Texture2Transform", "Viewpoint",
-                                           "WorldInfo", "WWWAnchor"));
+                                           "Script", "SpotLight", "Text", "Texture2Transform", "Viewpoint", "WorldInfo",
+                                           "WWWAnchor"));
 
 class UnknownClass : public ::testing::TestWithParam<char const *> {};
 

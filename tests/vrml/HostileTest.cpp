@@ -1,5 +1,5 @@
-// Files as broken hardware, editors and enemies make them. Whatever comes out of such a file is used as any graph is: the
-// test is that all of it ends, in a process that is as whole as before. Under the sanitizers it says much more.
+// Files as broken hardware, editors and enemies make them. Whatever comes out of such a file is used as any graph is:
+// the test is that all of it ends, in a process that is as whole as before. Under the sanitizers it says much more.
 #include <gtest/gtest.h>
 
 #include <dirent.h>
@@ -90,8 +90,10 @@ TEST_F(Hostile, AFileOfShuffledWordsIsReadAsFarAsItGoes) {
   for (std::string const &text : seeds()) {
     std::string word;
     for (char c : text) {
-      if (!isspace(static_cast<unsigned char>(c))) word += c;
-      else if (!word.empty()) words.push_back(word), word.clear();
+      if (!isspace(static_cast<unsigned char>(c)))
+        word += c;
+      else if (!word.empty())
+        words.push_back(word), word.clear();
     }
   }
   for (int i = 0; i < 300; ++i) {

@@ -2,6 +2,11 @@
 
 #include <string>
 
+#include <limits.h>
+#include <locale.h>
+#include <math.h>
+#include <stdlib.h>
+
 #include "oz/OzScene3D.h"
 #include "oz/vlInput.h"
 #include "support/capture.h"
@@ -237,6 +242,61 @@ TEST(Input, APointASignOrAnOpenExponentIsNoReal) {
     float f;
     EXPECT_FALSE(text->read(f)) << bad;
   }
+}
+
+TEST(Input, RealsAreTheNearestDoubles) {
+  unsigned int seed = 1;
+  auto const next = [&seed](unsigned int below) {
+    seed = seed * 1664525u + 1013904223u;
+    return (seed >> 8) % below;
+  };
+  for (int i = 0; i < 5000; ++i) {
+    std::string number = next(3) ? "" : next(2) ? "-" : "+";
+    for (unsigned int n = next(12) + 1; n > 0; --n) number += static_cast<char>('0' + next(10));
+    if (next(4)) {
+      number += '.';
+      for (unsigned int n = next(12); n > 0; --n) number += static_cast<char>('0' + next(10));
+    }
+    if (!next(4)) number += "e" + std::to_string(static_cast<int>(next(80)) - 40);
+    Text text(number);
+    double d = 0;
+    ASSERT_TRUE(text->read(d)) << number;
+    EXPECT_EQ(strtod(number.c_str(), nullptr), d) << number;
+  }
+  Text text("-0 1e999 -1e999 1e-999");
+  double zero, large, small, none;
+  EXPECT_TRUE(text->read(zero) && text->read(large) && text->read(small) && text->read(none));
+  EXPECT_TRUE(signbit(zero));
+  EXPECT_EQ(HUGE_VAL, large);
+  EXPECT_EQ(-HUGE_VAL, small);
+  EXPECT_EQ(0.0, none);
+}
+
+TEST(Input, IntegersOutOfRangeAreTheNearest) {
+  Text text("99999999999999999999 -99999999999999999999 99999999999999999999 089");
+  long l = 0, least = 0;
+  unsigned long ul = 0;
+  int i = -1;
+  EXPECT_TRUE(text->read(l) && text->read(least) && text->read(ul) && text->read(i));
+  EXPECT_EQ(LONG_MAX, l);
+  EXPECT_EQ(LONG_MIN, least);
+  EXPECT_EQ(ULONG_MAX, ul);
+  EXPECT_EQ(0, i); // octal: the digits end ahead of the 8
+}
+
+TEST(Input, ThePointOfANumberIsAPointInEveryLanguage) {
+  std::string const usual = setlocale(LC_NUMERIC, nullptr);
+  char const *set = nullptr;
+  for (char const *name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "de_DE"})
+    if (!set) set = setlocale(LC_NUMERIC, name);
+  if (!set) GTEST_SKIP() << "no locale with a decimal comma here";
+  Text text("1.5 0.12345678901234567890");
+  double d = 0, e = 0;
+  bool const read = text->read(d) && text->read(e);
+  setlocale(LC_NUMERIC, usual.c_str());
+  EXPECT_TRUE(read);
+  EXPECT_EQ(1.5, d);
+  EXPECT_EQ(0.12345678901234567890, e);
 }
 
 TEST(Input, ANumberMayHaveAnyLength) {

@@ -43,8 +43,7 @@ public:
   }
 
   int count() const { return root->getChildCount(); }
-  template <class Class = ozNode>
-  Class *child(int i) const {
+  template <class Class = ozNode> Class *child(int i) const {
     return static_cast<Class *>(static_cast<ozContainer *>(root->getChild(i)));
   }
   /// The messages, without where in the file they arose.

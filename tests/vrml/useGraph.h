@@ -30,8 +30,8 @@ private:
   int _fd;
 };
 
-/// Does to a graph what an application does: bounds, picks, a tick of the clock, a text, a clone; draws it if there is an
-/// action to draw with.
+/// Does to a graph what an application does: bounds, picks, a tick of the clock, a text, a clone; draws it if there is
+/// an action to draw with.
 inline void useGraph(ozNode *root, ozDrawAction *draw = nullptr) {
   FILE *const nowhere = fopen("/dev/null", "w");
   for (int round = 0; round < 2; ++round) {
