@@ -5,7 +5,8 @@
 namespace {
 
 ozWindow *window;
-ozTransform *scene;
+ozGroup *scene;
+ozTransform *turned;
 ozPerspCamera *camera;
 ozDrawAction *action;
 int lastX;
@@ -20,7 +21,7 @@ void handleEvents(void *) {
     if (event.type == ozEvent::MOTION_EVENT) {
       angle += 0.01f * static_cast<float>(event.x - lastX);
       lastX = event.x;
-      scene->setRotation(0, 1, 0, angle);
+      turned->setRotation(0, 1, 0, angle);
     }
     if (event.type == ozEvent::KEY_DOWN_EVENT && event.key == 'q') {
       delete window;
@@ -51,11 +52,16 @@ int main() {
   ozShape *shape = new ozShape;
   shape->setAppearance(appearance);
   shape->addGeometry(new ozBox);
-  scene = new ozTransform;
+  turned = new ozTransform;
+  turned->setRotation(0, 1, 0, angle);
+  turned->addChild(shape);
+  ozDirectionalLight *light = new ozDirectionalLight;
+  light->setDirection(1, -1.5f, -2);
+  light->setAmbientIntensity(1);
+  scene = new ozGroup;
   scene->ref(); // the program keeps the root; the graph keeps the rest
-  scene->setRotation(0, 1, 0, angle);
-  scene->addChild(new ozDirectionalLight);
-  scene->addChild(shape);
+  scene->addChild(light);
+  scene->addChild(turned);
 
   camera = new ozPerspCamera;
   camera->setPosition(0, 1.5f, 6);

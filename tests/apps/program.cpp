@@ -34,10 +34,10 @@ std::string textOf(std::string const &file) {
   return text.str();
 }
 
-Program::Program(std::vector<std::string> const &arguments, bool hasDisplay) {
+Program::Program(std::vector<std::string> const &arguments, bool hasDisplay, std::string const &program) {
   std::vector<char *> words;
-  std::string const name = "ozview", program = OZ_OZVIEW, out = folder / "out", err = folder / "err";
-  words.push_back(const_cast<char *>(name.c_str()));
+  std::string const out = folder / "out", err = folder / "err";
+  words.push_back(const_cast<char *>(program.c_str()));
   for (std::string const &argument : arguments) words.push_back(const_cast<char *>(argument.c_str()));
   words.push_back(nullptr);
   _process = fork();

@@ -23,10 +23,12 @@ public:
 
 std::string textOf(std::string const &file);
 
-/// The viewer, started with these arguments in a folder of its own. Only with a display does it see the X server.
+/// A program, the viewer unless another is named, started with these arguments in a folder of its own. Only with a
+/// display does it see the X server.
 class Program {
 public:
-  explicit Program(std::vector<std::string> const &arguments, bool hasDisplay = false);
+  explicit Program(std::vector<std::string> const &arguments, bool hasDisplay = false,
+                   std::string const &program = OZ_OZVIEW);
   /// Ends it if it still runs.
   ~Program();
   Program(Program const &) = delete;
