@@ -1,5 +1,7 @@
 #include "vrml/readState.h"
 
+#include <stdio.h>
+
 #include <initializer_list>
 
 #include "oz/ozContainer.h"
@@ -10,8 +12,9 @@ static unsigned long keyOf(void const *object) { return reinterpret_cast<unsigne
 
 vlReadState::vlReadState(vlReadState *outerState)
     : outer(outerState), inlineDepth(outerState ? outerState->inlineDepth + 1 : 0),
-      inlines(outerState ? outerState->inlines : &_ownInlines), _outerDepth(outerState ? outerState->depth() + 1 : 0),
-      _height(0), _namedHeights(4093), _ownInlines(0) {
+      inlines(outerState ? outerState->inlines : &_ownInlines),
+      _outerDepth(outerState ? outerState->depth() + 1 : 0), _extent{0, 0}, _named(4093), _ownInlines(0),
+      _visits(outerState ? outerState->_visits : &_ownVisits), _ownVisits(0) {
   _made.setExtension(1024);
 }
 
@@ -23,30 +26,40 @@ vlReadState::~vlReadState() {
 
 void vlReadState::begin(ozContainer *obj) {
   _open.append(obj);
-  _heights.append(1);
+  _extents.append(Extent{1, 1}.pack());
+  ++*_visits;
 }
 
 void vlReadState::end(bool named) {
   unsigned int const last = _open.getCount() - 1;
-  int const height = _heights[last];
-  if (named) _namedHeights.enter(keyOf(_open[last]), reinterpret_cast<void *>(static_cast<long>(height)));
+  void *const extent = _extents[last];
+  if (named) _named.enter(keyOf(_open[last]), extent);
   _open.setCount(last);
-  _heights.setCount(last);
-  contain(height);
+  _extents.setCount(last);
+  contain(Extent::unpack(extent));
 }
 
-int vlReadState::heightOf(ozContainer *obj) const {
-  void *height = nullptr;
-  return _namedHeights.find(keyOf(obj), height) ? static_cast<int>(reinterpret_cast<long>(height)) : 1;
+void vlReadState::use(ozContainer *obj) {
+  Extent const extent = extentOf(obj);
+  *_visits += extent.visits;
+  contain(extent);
 }
 
-void vlReadState::contain(int height) {
-  unsigned int const count = _heights.getCount();
-  if (!count) {
-    if (height > _height) _height = height;
-  } else if (height + 1 > _heights[count - 1]) {
-    _heights.set(count - 1, height + 1);
-  }
+vlReadState::Extent vlReadState::extentOf(ozContainer *obj) const {
+  void *extent = nullptr;
+  return _named.find(keyOf(obj), extent) ? Extent::unpack(extent) : Extent{1, 1};
+}
+
+void vlReadState::contain(Extent const &extent) {
+  unsigned int const count = _extents.getCount();
+  Extent around = count ? Extent::unpack(_extents[count - 1]) : _extent;
+  int const height = extent.height + (count ? 1 : 0);
+  if (height > around.height) around.height = height;
+  around.visits += extent.visits;
+  if (count)
+    _extents.set(count - 1, around.pack());
+  else
+    _extent = around;
 }
 
 // ---- objects outside of the graph
@@ -136,19 +149,22 @@ namespace {
 // routes.
 class Reach {
 public:
-  Reach(ozField *source, ozField *target) : _source(source), _target(target), _heights(65521) {}
+  Reach(ozField *source, ozField *target) : _source(source), _target(target), _extents(65521) {}
 
-  // The number of levels from a container downwards; -1 where a way leads back to itself.
-  long from(ozContainer *c) {
-    long const below = walk(c, [&](auto const &longest) {
+  typedef vlReadState::Extent Extent;
+
+  // From a container downwards; a height of -1 where a way leads back to itself.
+  Extent from(ozContainer *c) {
+    Extent below = walk(c, [&](auto const &add) {
       for (int id = 0; id < c->getType()->getFieldInfoCount(); ++id) {
         ozFieldInfo *const info = c->getType()->getFieldInfo(id);
         if (!info->getOffset() || !isReference(info->getFieldType())) continue;
         ozField *const field = c->findFieldObject(id);
-        if (field ? !longest(from(field)) : !elements(info, c, longest)) return;
+        if (field ? !add(from(field)) : !elements(info, c, add)) return;
       }
     });
-    return below < 0 ? below : below + 1;
+    if (below.height < 0) return below;
+    return {below.height + 1, below.visits + 1};
   }
 
   static bool isReference(ozType *type) {
@@ -156,51 +172,52 @@ public:
   }
 
 private:
-  enum { OPEN = -2, TOO_FAR = 4 * vlReadState::MaxDepth };
+  static int const TooFar = 4 * vlReadState::MaxDepth;
 
-  long from(ozField *field) {
-    return walk(field, [&](auto const &longest) {
-      if (field == _target && !longest(from(_source))) return;
+  Extent from(ozField *field) {
+    return walk(field, [&](auto const &add) {
+      if (field == _target && !add(from(_source))) return;
       for (unsigned int i = 0; field->getInputs() && i < field->getInputs()->getCount(); ++i)
-        if (!longest(from(field->getInputs()->get(i)))) return;
-      elements(field->getFieldInfo(), field->getParent(), longest);
+        if (!add(from(field->getInputs()->get(i)))) return;
+      elements(field->getFieldInfo(), field->getParent(), add);
     });
   }
 
   // Hands in what a container's field holds.
-  template <class Longest> bool elements(ozFieldInfo *info, ozContainer *c, Longest const &longest) {
+  template <class Add> bool elements(ozFieldInfo *info, ozContainer *c, Add const &add) {
     if (info->getFieldType()->isDerivedFrom(ozSFRef::getClassType())) {
       ozContainer *const element = static_cast<ozSFRefInfo *>(info)->member(c);
-      return !element || longest(from(element));
+      return !element || add(from(element));
     }
     ozRefArray const &all = static_cast<ozMFRefInfo *>(info)->member(c);
     for (unsigned int i = 0; i < all.getCount(); ++i)
-      if (all[i] && !longest(from(all[i]))) return false;
+      if (all[i] && !add(from(all[i]))) return false;
     return true;
   }
 
-  // Takes the longest of what visit() hands in, once for each object.
-  template <class Visit> long walk(void const *object, Visit visit) {
+  // Sums up what visit() hands in, once for each object.
+  template <class Visit> Extent walk(void const *object, Visit visit) {
+    static long const open = -1;
     void *known = nullptr;
-    if (_heights.find(keyOf(object), known)) {
-      long const height = reinterpret_cast<long>(known);
-      return height == OPEN ? -1 : height;
-    }
-    if (_level > TOO_FAR) return -1;
+    if (_extents.find(keyOf(object), known))
+      return reinterpret_cast<long>(known) == open ? Extent{-1, 0} : Extent::unpack(known);
+    if (_level > TooFar) return {-1, 0};
     ++_level;
-    _heights.enter(keyOf(object), reinterpret_cast<void *>(static_cast<long>(OPEN)));
-    long height = 0;
-    visit([&](long below) {
-      height = below < 0 ? below : below > height ? below : height;
-      return below >= 0;
+    _extents.enter(keyOf(object), reinterpret_cast<void *>(open));
+    Extent all{0, 0};
+    visit([&](Extent const &below) {
+      if (below.height < 0 || below.height > all.height) all.height = below.height;
+      all.visits += below.visits;
+      if (all.visits > 2 * vlReadState::MaxVisits) all.visits = 2 * vlReadState::MaxVisits;
+      return below.height >= 0;
     });
-    _heights.enter(keyOf(object), reinterpret_cast<void *>(height));
+    _extents.enter(keyOf(object), all.height < 0 ? reinterpret_cast<void *>(open) : all.pack());
     --_level;
-    return height;
+    return all;
   }
 
   ozField *const _source, *const _target;
-  ozDict _heights;
+  ozDict _extents;
   int _level = 0;
 };
 
@@ -214,19 +231,27 @@ bool vlReadState::postpone(ozField *from, ozField *to) {
   return true;
 }
 
+static void post(char const *complaint, ozField *from, ozField *to) {
+  char text[128];
+  snprintf(text, sizeof text, complaint, from->getName(), to->getName());
+  vlDebugError::post("vlDB::readRoute", "%s", text);
+}
+
 void vlReadState::connectReferences(ozContainer *root) {
   for (unsigned int i = 0; i < _referenceRoutes.getCount(); ++i) {
     Route const *const route = static_cast<Route *>(_referenceRoutes[i]);
     Reach reach(route->from, route->to);
-    long const below = reach.from(route->to->getParent());
-    long const all = root ? reach.from(root) : below;
-    if (below >= 0 && all >= 0 && all <= MaxDepth + 1) {
+    Reach::Extent const below = reach.from(route->to->getParent()), all = root ? reach.from(root) : below;
+    char const *complaint = nullptr;
+    if (below.height < 0)
+      complaint = "A route from %s to %s would make a node contain itself";
+    else if (all.height < 0 || all.height > MaxDepth + 1)
+      complaint = "A route from %s to %s would make the graph too deep";
+    else if (all.visits > MaxVisits)
+      complaint = "A route from %s to %s would make the graph too large";
+    if (complaint)
+      post(complaint, route->from, route->to);
+    else
       route->from->connect(route->to);
-      continue;
-    }
-    vlDebugError::post("vlDB::readRoute",
-                       below < 0 ? "A route from %s to %s would make a node contain itself"
-                                 : "A route from %s to %s would make the graph too deep",
-                       route->from->getName(), route->to->getName());
   }
 }

@@ -22,6 +22,7 @@ public:
   static int const MaxInlineDepth = 16;
   static int const MaxInlines = 1000;
   static unsigned int const MaxReferenceRoutes = 100;
+  static long const MaxVisits = 10000000;
 
   /// Holds an object until the end of the read; see release().
   void keep(ozContainer *obj);
@@ -29,8 +30,8 @@ public:
   /// until nothing is connected to them any more, which is looked at behind each read.
   void release();
 
-  // Nesting. The graph may be deeper than the text, because USE puts a finished object with all that is below it into
-  // another: both together are what is counted.
+  // Nesting. The graph may be deeper than the text, and a walk through it longer, because USE puts a finished object
+  // with all that is below it into another: both together are what is counted.
 
   /// Whether another node may begin inside the open ones.
   bool mayBegin() const { return depth() < MaxDepth; }
@@ -40,10 +41,12 @@ public:
   /// Whether the object is still being read.
   bool isOpen(ozContainer *obj) const { return _open.find(obj) >= 0; }
   /// Whether a finished object may stand inside the open nodes.
-  bool mayUse(ozContainer *obj) const { return depth() + heightOf(obj) <= MaxDepth; }
-  void use(ozContainer *obj) { contain(heightOf(obj)); }
+  bool mayUse(ozContainer *obj) const { return depth() + extentOf(obj).height <= MaxDepth; }
+  /// The same, for a walk through the whole graph.
+  bool mayVisit(ozContainer *obj) const { return *_visits + extentOf(obj).visits <= MaxVisits; }
+  void use(ozContainer *obj);
   /// What a nested read has made stands below the open node.
-  void use(vlReadState const &nested) { contain(nested._height + 1); }
+  void use(vlReadState const &nested) { contain({nested._extent.height + 1, nested._extent.visits + 1}); }
 
   // Routes.
 
@@ -61,24 +64,37 @@ public:
   int const inlineDepth; ///< of files
   int *const inlines;    ///< Inlines of the outermost read so far
 
+  /// How many levels stand below and with an object, and how many visits a walk through them makes.
+  struct Extent {
+    int height;
+    long visits;
+    void *pack() const { return reinterpret_cast<void *>(visits << 16 | height); }
+    static Extent unpack(void *packed) {
+      long const bits = reinterpret_cast<long>(packed);
+      return {static_cast<int>(bits & 0xffff), bits >> 16};
+    }
+  };
+
 private:
   struct Route {
     ozField *from, *to;
   };
 
   int depth() const { return _outerDepth + static_cast<int>(_open.getCount()); }
-  int heightOf(ozContainer *obj) const;
-  void contain(int height);
+  Extent extentOf(ozContainer *obj) const;
+  void contain(Extent const &extent);
 
   int const _outerDepth;
-  int _height;          // of what stands at the top
-  ozPtrArray _open;     // the nodes whose fields are being read, outermost first
-  ozIntArray _heights;  // of each of them so far
-  ozDict _namedHeights; // of finished objects
+  Extent _extent;      // of what stands at the top
+  ozPtrArray _open;    // the nodes whose fields are being read, outermost first
+  ozPtrArray _extents; // of each of them so far
+  ozDict _named;       // extents of finished objects
   ozPtrArray _made;
   ozPtrArray _referenceRoutes;
   RouteChains _chains;
   int _ownInlines;
+  long *const _visits; // of the outermost read so far
+  long _ownVisits;
 };
 
 #endif

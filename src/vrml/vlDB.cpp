@@ -160,6 +160,9 @@ unsigned char vlDB::readObject(vlInput *in, ozContainer *&obj) {
     } else if (!_state->mayUse(obj)) {
       vlReadError::post(in, "Nodes are nested too deeply (%d)", vlReadState::MaxDepth);
       obj = nullptr;
+    } else if (!_state->mayVisit(obj)) {
+      vlReadError::post(in, "The graph is too large (%ld)", vlReadState::MaxVisits);
+      obj = nullptr;
     } else {
       _state->use(obj);
     }

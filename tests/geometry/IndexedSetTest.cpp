@@ -277,6 +277,17 @@ TEST_F(IndexedDraw, FacesGoThroughVertexArraysWhileAllFollowTheCoordinates) {
   EXPECT_EQ(0, rec.count("glBegin"));
 }
 
+TEST_F(IndexedDraw, AConcaveFaceIsOnePolygonWhateverConvexSays) {
+  Held<ozIndexedFaceSet> set(new ozIndexedFaceSet);
+  set->setCoordSet(coordSet(somePoints(5)));
+  fill(set->coordIndex(), {0, 1, 2, 3, 4, -1});
+  set->setConvex(0);
+  GLRecorder rec;
+  set->draw(&action);
+  ASSERT_EQ(1, rec.count("glDrawElements"));
+  EXPECT_EQ(0u, textsOf(rec.named("glDrawElements"))[0].find("glDrawElements(GL_POLYGON, 5,"));
+}
+
 TEST_F(IndexedDraw, FacesWithAListOfTheirOwnGoVertexByVertex) {
   Held<ozIndexedFaceSet> set(twoFaces());
   set->setNormalSet(normalSet(somePoints(4)));
@@ -326,6 +337,22 @@ TEST(IndexedLineSet, FlattensItsIndicesAtOnce) {
   EXPECT_EQ((Ints{3, 2}), list(set->stripLength()));
   EXPECT_EQ((Ints{0, 1, 2, 3, 0}), list(set->getCoordIndexSet()));
   EXPECT_EQ(2, set->getPrimCount());
+}
+
+TEST(IndexedLineSet, AListThatShrinksKeepsItsStaleTail) {
+  Held<ozIndexedLineSet> set(twoLines());
+  set->coordIndex()->setCount(4);
+  EXPECT_EQ((Ints{3, 2}), list(set->stripLength()));
+  EXPECT_EQ(2, set->getPrimCount());
+  set->coordIndex()->setCount(0);
+  EXPECT_EQ((Ints{0, 1, 2, 3, 0}), list(set->getCoordIndexSet()));
+}
+
+TEST(IndexedLineSet, AListWithoutALastMarkStillClosesItsLine) {
+  Held<ozIndexedLineSet> set(new ozIndexedLineSet);
+  fill(set->coordIndex(), {0, 1, -1, -1, 2, 1});
+  EXPECT_EQ((Ints{2, 0, 2}), list(set->stripLength()));
+  EXPECT_EQ(3, set->getPrimCount());
 }
 
 TEST(IndexedLineSet, ColoursFollowTheCoordinatesUnlessTheyHaveAList) {

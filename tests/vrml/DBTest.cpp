@@ -284,6 +284,82 @@ TEST(DB, TheGraphGetsNoDeeperThanAThousandLevelsByUse) {
   EXPECT_EQ(0u, Reading("DEF a Group { } DEF b Group { children [ USE a USE a ] } USE b USE b").messages.size());
 }
 
+TEST(DB, AGraphThatDoublesAtEachLevelStaysSmallEnoughToWalk) {
+  std::string text = "DEF g0 Group { children Shape { geometry LineSet { } } }";
+  for (int i = 1; i < 60; ++i) {
+    std::string const below = std::to_string(i - 1);
+    text += " DEF g" + std::to_string(i) + " Group { children [ USE g" + below + " USE g" + below + " ] }";
+  }
+  Reading const r(text);
+  EXPECT_NE(std::string::npos, r.said().find("vl read error: The graph is too large (10000000)\n"));
+  ozTransformAction action;
+  action.apply(r.root); // visits everything once for each way that leads there
+}
+
+TEST(DB, AGraphThatDoublesByRoutesStaysSmallEnoughToWalk) {
+  std::string text = "DEF c0 Group { children Group { } }";
+  for (int i = 1; i < 60; ++i) {
+    std::string const n = std::to_string(i), below = std::to_string(i - 1);
+    text += " DEF c" + n + " Group { children [ DEF b" + n + " Group { } USE b" + n + " ] } ROUTE c" + below +
+            ".children TO b" + n + ".children";
+  }
+  EXPECT_NE(std::string::npos,
+            Reading(text).messages.find("A route from children to children would make the graph too large"));
+}
+
+TEST(DB, TreeCleaningVisitsEachObjectOnce) {
+  std::string text = "DEF g0 Transform { translation 1 2 3 }";
+  for (int i = 1; i < 18; ++i) {
+    std::string const below = std::to_string(i - 1);
+    text += " DEF g" + std::to_string(i) + " Transform { translation 1 2 3 children [ NULL USE g" + below + " USE g" +
+            below + " ] }";
+  }
+  Reading const r(text);
+  EXPECT_EQ("", r.messages);
+  for (int i = 0; i < 18; ++i) {
+    EXPECT_EQ(nullptr, r.child(i)->findFieldObject(3)) << i;
+    EXPECT_EQ(i ? 2 : 0, r.child<ozGroup>(i)->getChildCount()) << i;
+  }
+}
+
+TEST(DB, AFailedRouteAmongFieldsFailsNothing) {
+  Reading const r("DEF T Transform { ROUTE a.b TO c.d translation 1 2 3 }");
+  EXPECT_TRUE(r.ok);
+  ASSERT_EQ(1, r.count());
+  ozVec3f translation;
+  r.child<ozTransform>(0)->getTranslation(translation);
+  EXPECT_TRUE(translation == ozVec3f(1, 2, 3));
+}
+
+TEST(DB, AFileWithoutACharacterIsAnEmptyGroup) {
+  Reading const r("", "");
+  EXPECT_TRUE(r.ok);
+  EXPECT_EQ(0, r.count());
+  EXPECT_EQ("", r.messages);
+}
+
+TEST(DB, AStatementThatEndsInAnErrorMayBeFollowedByCommentsAlone) {
+  EXPECT_FALSE(Reading("Group { } Nonsense { } # the end\n").ok);
+}
+
+TEST(DB, AppearancesWithTexturesOfOneNameShareOneInTheWholeProcess) {
+  std::string const app = "Shape { appearance Appearance { texture ImageTexture { url \"shared-name.png\" } } } ";
+  Reading const r(app + app), other(app);
+  ozTexture *const texture = r.child<ozShape>(0)->getAppearance()->getTexture();
+  ASSERT_NE(nullptr, texture);
+  EXPECT_EQ(texture, r.child<ozShape>(1)->getAppearance()->getTexture());
+  EXPECT_EQ(texture, other.child<ozShape>(0)->getAppearance()->getTexture());
+  EXPECT_EQ(1, r.child<ozShape>(0)->getAppearance()->getTexEnable());
+  Reading const third("Shape { appearance Appearance { texture ImageTexture { url \"another-name.png\" } } }");
+  EXPECT_NE(texture, third.child<ozShape>(0)->getAppearance()->getTexture());
+}
+
+TEST(DB, TexturesWithoutANameShareOneToo) {
+  Reading const r("Shape { appearance Appearance { texture ImageTexture { } } } "
+                  "Shape { appearance Appearance { texture ImageTexture { } } }");
+  EXPECT_EQ(r.child<ozShape>(0)->getAppearance()->getTexture(), r.child<ozShape>(1)->getAppearance()->getTexture());
+}
+
 TEST(DB, AChainOfRoutesIsNotOfAnyLength) {
   std::string text = "DEF t0 Transform { }";
   for (int i = 1; i < 60000; ++i) {

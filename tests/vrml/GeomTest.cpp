@@ -71,6 +71,37 @@ TEST(Geom, AFaceTakesItsNormalFromItsFirstThreeCorners) {
   EXPECT_TRUE(face.normalOf(0) == ozVec3f(0, 0, -1));
 }
 
+TEST(Geom, ACornerIsComparedWithTheFirstOfItsGroupAndNotWithTheMean) {
+  // Three faces about one edge, each turned half a radian further than the one before: with a crease of 0.75 the second
+  // joins the first and the third is too far from it, though not from the mean of both.
+  std::string points = "0 0 0, 0 0 1";
+  for (double angle : {0.0, 0.5, 1.0}) {
+    char text[64];
+    snprintf(text, sizeof text, ", %.9f %.9f 0", cos(angle), sin(angle));
+    points += text;
+  }
+  FaceSet fan("coord Coordinate { point [ " + points +
+              " ] } coordIndex [ 0 1 2 -1 0 1 3 -1 0 1 4 -1 ] creaseAngle 0.75");
+  EXPECT_EQ(fan.set->normalIndex()->get(0), fan.set->normalIndex()->get(3));
+  EXPECT_NE(fan.set->normalIndex()->get(0), fan.set->normalIndex()->get(6));
+  // z x (cos, sin, 0) = (-sin, cos, 0), turned by a quarter for the mean of the first two.
+  ozVec3f const mean = fan.normalOf(0);
+  EXPECT_NEAR(-sin(0.25), mean[0], 1e-6);
+  EXPECT_NEAR(cos(0.25), mean[1], 1e-6);
+}
+
+TEST(Geom, NormalsOfFacesThatAreSeenFromBehindAreNotReversed) {
+  FaceSet face("coord Coordinate { point [ 0 0 0, 1 0 0, 1 1 0 ] } coordIndex [ 0 1 2 -1 ] ccw FALSE");
+  EXPECT_TRUE(face.normalOf(0) == ozVec3f(0, 0, 1));
+}
+
+TEST(Geom, TheIndicesOfMadeNormalsHoldNoMarks) {
+  FaceSet two("coord Coordinate { point [ 0 0 0, 1 0 0, 1 1 0 ] } coordIndex [ 0 1 2 -1 0 2 1 -1 ]");
+  ASSERT_EQ(6u, two.set->normalIndex()->getCount());
+  for (unsigned int i = 0; i < 6; ++i) EXPECT_GE(two.set->normalIndex()->get(i), 0);
+  EXPECT_NE(two.set->getCoordIndexSet(), two.set->getNormalIndexSet());
+}
+
 TEST(Geom, AMeshWithAllItsCornersAtOnePlaceEnds) {
   std::string text = "coord Coordinate { point [ 1 2 3 ] } coordIndex [";
   for (int i = 0; i < 25000; ++i) text += " 0 0 0 -1"; // all pairs: 3 thousand million comparisons

@@ -54,8 +54,9 @@ TEST(Inline, OfSeveralUrlsTheFirstCounts) {
 }
 
 TEST(Inline, WithoutAUrlTheLastFirstStringOfAnyFieldIsTaken) {
-  Reading const r("Inline { url \"one.wrl\" } Inline { }");
-  EXPECT_EQ(Note + "one.wrl\n" + Note + "one.wrl\n", r.messages);
+  Reading const r("Appearance { texture ImageTexture { url [ \"one.wrl\" \"two.wrl\" ] } } Inline { }");
+  EXPECT_NE(std::string::npos, r.messages.find(Note + "one.wrl\n"));
+  EXPECT_EQ(Note + "two.wrl\n" + Note + "two.wrl\n", Reading("Inline { url \"two.wrl\" } Inline { }").messages);
 }
 
 TEST(Inline, NamesDoNotCrossFiles) {

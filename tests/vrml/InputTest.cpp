@@ -386,6 +386,54 @@ TEST(Input, OtherBooleansAreReported) {
             err.text());
 }
 
+TEST(Input, AnotherStreamFindsTheNamesOfTheFirst) {
+  Text text("");
+  ozGroup *const group = new ozGroup;
+  text->addReference(ozName("n"), group);
+  text->setFilePointer(text->getCurFile());
+  EXPECT_EQ(group, text->findReference(ozName("n")));
+  group->unref();
+}
+
+TEST(Input, AHeaderWithoutALineEndIsGood) {
+  Text text("", "#VRML V2.0 utf8");
+  EXPECT_TRUE(text->skipWhiteSpace());
+  EXPECT_EQ(2.0f, text->getVersion());
+  EXPECT_EQ(1, text->getLineNumber());
+}
+
+TEST(Input, ABadHeaderFailsTheFirstCharacterToo) {
+  CaptureStderr err;
+  Text text("x", "#VRML V1.0 ascii\n");
+  char c = 'y';
+  EXPECT_FALSE(text->get(c));
+  EXPECT_EQ(static_cast<char>(255), c);
+  EXPECT_TRUE(text->get(c));
+  EXPECT_EQ('x', c);
+}
+
+TEST(Input, NumbersAreNarrowed) {
+  Text text("65537 4294967297 -1 65537");
+  short s = 0;
+  int i = 0, minus = 0;
+  unsigned short us = 0;
+  EXPECT_TRUE(text->read(s) && text->read(i) && text->read(minus) && text->read(us));
+  EXPECT_EQ(1, s);
+  EXPECT_EQ(1, i);
+  EXPECT_EQ(-1, minus);
+  EXPECT_EQ(1, us);
+}
+
+TEST(Input, WhatAFailedNumberHasTakenIsGone) {
+  Text text("-x 1e+y");
+  int i;
+  float f;
+  EXPECT_FALSE(text->read(i));
+  EXPECT_EQ("x", stringFrom(text.in));
+  EXPECT_FALSE(text->read(f));
+  EXPECT_EQ("y", stringFrom(text.in));
+}
+
 TEST(Input, ANameUsedAgainFindsTheLaterObject) {
   Text text("");
   ozGroup *const first = new ozGroup, *const second = new ozGroup;
