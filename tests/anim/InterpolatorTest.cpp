@@ -7,8 +7,7 @@
 
 namespace {
 
-template <class Interpolator>
-void setKeys(Interpolator &interpolator, std::initializer_list<float> keys) {
+template <class Interpolator> void setKeys(Interpolator &interpolator, std::initializer_list<float> keys) {
   unsigned int i = 0;
   for (float key : keys) interpolator.key()->set(i++, key);
 }
@@ -162,8 +161,8 @@ TEST(Interpolator, OrientationsBlendBySlerp) {
 TEST(Interpolator, CoordinatesBlendListByList) {
   ozCoordinateInterpolator c;
   setKeys(c, {0, 1});
-  setValues(c, {ozVec3f(0, 0, 0), ozVec3f(1, 0, 0), ozVec3f(2, 0, 0), ozVec3f(0, 4, 0), ozVec3f(1, 4, 0),
-                ozVec3f(2, 4, 8)});
+  setValues(
+      c, {ozVec3f(0, 0, 0), ozVec3f(1, 0, 0), ozVec3f(2, 0, 0), ozVec3f(0, 4, 0), ozVec3f(1, 4, 0), ozVec3f(2, 4, 8)});
   c.setFraction(0.5f);
   ASSERT_EQ(3u, c.value()->getCount());
   EXPECT_TRUE(c.value()->get(0) == ozVec3f(0, 2, 0));
@@ -220,6 +219,21 @@ TEST_F(SplineTest, HasItsFieldsInPlace) {
   spline.setBasis(ident);
   spline.getBasis(basis);
   EXPECT_TRUE(basis == ident);
+}
+
+TEST_F(SplineTest, AChangeOfTheBasisMarksTheWeightsAndTheBasisIsNotComputedWith) {
+  setKeys(spline, {0, 1});
+  EXPECT_EQ((Weights{0.75f, 0.25f}), weights(0.25f));
+  EXPECT_FALSE(spline.weight()->isDirty());
+  spline.setBasis(ozMatrix4f());
+  EXPECT_TRUE(spline.weight()->isDirty());
+  EXPECT_EQ((Weights{0.75f, 0.25f}), weights(0.25f));
+}
+
+TEST_F(SplineTest, OfEqualKeysTheWeightsLeaveTheStepOut) {
+  setKeys(spline, {0, 0.5f, 0.5f, 1});
+  EXPECT_EQ((Weights{0, 0, 1, 0}), weights(0.5f));
+  EXPECT_EQ((Weights{0.5f, 0.5f, 0, 0}), weights(0.25f));
 }
 
 TEST_F(SplineTest, WeighsTheTwoKeysAroundTheFraction) {

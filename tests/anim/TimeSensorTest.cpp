@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <math.h>
 #include <time.h>
 
 #include <algorithm>
@@ -52,10 +53,14 @@ TEST(TimeSensor, HasItsFieldsInPlace) {
   struct {
     char const *name;
     ozType *type;
-  } const rows[] = {{"cycleInterval", ozSFTime::getClassType()},     {"enabled", ozSFUByte::getClassType()},
-                    {"loop", ozSFUByte::getClassType()},             {"startTime", ozSFTime::getClassType()},
-                    {"stopTime", ozSFTime::getClassType()},          {"cycleTime", ozSFTime::getClassType()},
-                    {"fraction_changed", ozSFFloat::getClassType()}, {"isActive", ozSFUByte::getClassType()},
+  } const rows[] = {{"cycleInterval", ozSFTime::getClassType()},
+                    {"enabled", ozSFUByte::getClassType()},
+                    {"loop", ozSFUByte::getClassType()},
+                    {"startTime", ozSFTime::getClassType()},
+                    {"stopTime", ozSFTime::getClassType()},
+                    {"cycleTime", ozSFTime::getClassType()},
+                    {"fraction_changed", ozSFFloat::getClassType()},
+                    {"isActive", ozSFUByte::getClassType()},
                     {"time", ozSFTime::getClassType()}};
   ozType *const type = sensor.getType();
   EXPECT_STREQ("TimeSensor", type->getName());
@@ -119,6 +124,46 @@ TEST(TimeSensor, ALoopNeverEndsAndItsFractionRuns) {
   ozTimeSensor::updateSensors();
   EXPECT_FALSE(has(clock.announced, 9));
   EXPECT_FALSE(has(clock.announced, 7));
+}
+
+TEST(TimeSensor, AStopTimeAtOrBelowTheStartTimeIsPassedOver) {
+  for (double ahead : {0.0, 5.0}) {
+    Clock clock;
+    clock.setLoop(1);
+    clock.setCycleInterval(100.0);
+    double const start = now() - 25;
+    clock.setStopTime(start - ahead);
+    clock.setStartTime(start);
+    ozTimeSensor::updateSensors();
+    EXPECT_EQ(1, clock.getIsActive());
+    EXPECT_GT(clock.getTime().get(), start + 20); // not clamped either
+    ozTimeSensor::updateSensors();
+    EXPECT_EQ(1, clock.getIsActive());
+  }
+}
+
+TEST(TimeSensor, ExactlyOnTheBoundaryOfACycleTheFractionIsOne) {
+  Clock clock;
+  clock.setLoop(1);
+  // So short that every time of day, as a double, is a whole number of cycles from the start.
+  clock.setCycleInterval(ldexp(1.0, -30));
+  clock.setStartTime(floor(now()) - 10);
+  ozTimeSensor::updateSensors();
+  EXPECT_EQ(1, clock.getIsActive());
+  EXPECT_EQ(1.0f, clock.getFractionChanged());
+  ozTimeSensor::updateSensors();
+  EXPECT_EQ(1.0f, clock.getFractionChanged());
+}
+
+TEST(TimeSensor, ReadingAnOutputDoesNotEvaluate) {
+  Clock clock;
+  clock.setLoop(1);
+  clock.setStartTime(now() - 25);
+  EXPECT_EQ(0, clock.getIsActive());
+  EXPECT_EQ(0.0f, clock.getFractionChanged());
+  EXPECT_EQ(0.0, clock.getTime().get());
+  EXPECT_EQ(0.0, clock.getCycleTime().get());
+  EXPECT_EQ(0, clock.evaluations);
 }
 
 TEST(TimeSensor, WritesCycleTimeThenTimeThenFractionThenIsActive) {
