@@ -76,7 +76,7 @@ TYPED_TEST(InterleavedArray, HasAllOperations) {
   array.set(3, element<T>(22));
   EXPECT_EQ("13 21 12 22", array.numbers());
   EXPECT_EQ(3, array.find(element<T>(22)));
-  T out[2];
+  T out[2] = {element<T>(0), element<T>(0)};
   array.getRange(2, 2, out);
   EXPECT_TRUE(out[0] == element<T>(12));
   EXPECT_TRUE(out[1] == element<T>(22));
