@@ -59,6 +59,10 @@ public:
   /// Which faces are not drawn and not hit; BACK_CULL by default. Until it is set, drawing takes the context's default.
   OZ_ENUM_ACCESS(ozContext::CullFaceEnum, CullFace, 14, _cullFace)
 
+  /// Works out the draw flags, as each change of a field does: bits 0 and 1 normal and colour for the set, 3 and 4 a
+  /// primitive, 6 to 8 texture coordinate, normal and colour a vertex, 9 to 11 the draw path.
+  void calcBindings();
+
   // Culling of back primitives: each primitive is tested as a whole, ahead of OpenGL, while the draw action's culling
   // mode is on and the data have been built.
 
@@ -130,9 +134,6 @@ protected:
   };
   DrawPathEnum getDrawPath() const { return static_cast<DrawPathEnum>(_drawFlags >> 9 & 7); }
 
-  /// Works out the draw flags: bits 0 and 1 normal and colour for the set, 3 and 4 a primitive, 6 to 8 texture
-  /// coordinate, normal and colour a vertex, 9 to 11 the draw path.
-  void calcBindings();
   /// The common bound: of primCount primitives of vertsPerPrim vertices each, or of as many as the lengths say. Indices
   /// and counts beyond the data are passed over; too few lengths leave the box as it was.
   void boundCoords(ozBoxBound &box, int vertsPerPrim, ozIntArray const *primLengths);

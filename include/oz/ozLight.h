@@ -46,6 +46,8 @@ protected:
   void send(int light, ozVec4f const &position, float oldSpecular, ozVec3f const &attenuation,
             ozVec3f const *spotDirection = nullptr, float cutOffAngle = 180.0f, float exponent = 0.0f) const;
   float intensity() const { return _intensity; }
+  /// What a change of a field of a kind of light does: it counts, and is not announced. False for all other fields.
+  bool takeOwnChange(ozType const *kind, short id);
 
   ozObjectId _glId;
 

@@ -37,7 +37,7 @@ public:
   /// Stores the nearest value of the range.
   void setShininess(float shininess);
   /// 0 is opaque, 1 clear. Reaches OpenGL as alpha whether or not blending is on; under a screen door it selects one of
-  /// four stipple patterns, and values outside 0 to 1 then leave the pattern as it is.
+  /// four stipple patterns, the nearest; values too far outside 0 to 1 then leave the pattern as it is.
   OZ_VALUE_ACCESS(float, Transparency, 9, _transparency)
 
   /// Sends the material to the current OpenGL context, which must be that of `context`. A material that is not the

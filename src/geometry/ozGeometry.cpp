@@ -28,7 +28,10 @@ void ozGeometry::fieldChanged(short id) {
     ozContainer::fieldChanged(id);
     return;
   }
-  if (id == 0) notifyParents(0);
+  if (id == 0) {
+    settleSideEffect(0); // a pending recomputation must not replace what is stored now
+    notifyParents(0);
+  }
   touchField(id);
 }
 
@@ -39,7 +42,6 @@ void ozGeometry::getBoxBound(ozBoxBound &bound) {
 }
 
 void ozGeometry::setBoxBound(ozBoxBound const &bound) {
-  settleSideEffect(0); // a pending recomputation must not replace what is stored now
   _boxBound.min = bound.min;
   _boxBound.max = bound.max;
   fieldChanged(0);

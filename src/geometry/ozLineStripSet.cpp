@@ -24,13 +24,13 @@ void ozLineStripSet::init() {
 }
 
 void ozLineStripSet::fieldChanged(short id) {
-  if (id < _ClassType->getAncestorFieldCount()) {
-    ozGeoSet::fieldChanged(id);
-  } else if (id == 15) {
+  if (id == 15) {
     lengthsChanged(id);
-  } else {
+  } else if (id == 16) {
     _setMask.onBit(ozContext::LINE_WIDTH_ITEM);
     touchField(id);
+  } else {
+    ozGeoSet::fieldChanged(id);
   }
 }
 

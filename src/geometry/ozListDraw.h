@@ -56,7 +56,7 @@ struct ozListDraw {
     destroyFieldContents(_ClassType);                                                                                  \
   }                                                                                                                    \
   void Class::fieldChanged(short id) {                                                                                 \
-    if (id < _ClassType->getAncestorFieldCount()) {                                                                    \
+    if (id != 15) {                                                                                                    \
       ozGeoSet::fieldChanged(id);                                                                                      \
       return;                                                                                                          \
     }                                                                                                                  \

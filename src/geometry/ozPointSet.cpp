@@ -11,7 +11,7 @@ OZ_DEFINE_UNCULLED_DRAW(ozPointSet)
 OZ_DEFINE_FIXED_LENGTH(ozPointSet)
 
 void ozPointSet::fieldChanged(short id) {
-  if (id < _ClassType->getAncestorFieldCount()) {
+  if (id != 15) {
     ozGeoSet::fieldChanged(id);
     return;
   }

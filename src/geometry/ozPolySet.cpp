@@ -20,10 +20,10 @@ void ozPolySet::init() {
 }
 
 void ozPolySet::fieldChanged(short id) {
-  if (id < _ClassType->getAncestorFieldCount())
-    ozGeoSet::fieldChanged(id);
-  else
+  if (id == 15)
     lengthsChanged(id);
+  else
+    ozGeoSet::fieldChanged(id);
 }
 
 int ozPolySet::isect(ozIsectAction *action) {

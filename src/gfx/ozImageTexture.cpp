@@ -13,7 +13,7 @@ ozImageTexture::~ozImageTexture() {
 }
 
 void ozImageTexture::fieldChanged(short id) {
-  if (_ClassType->isAncestorField(id)) return ozTexture::fieldChanged(id);
+  if (id != 7) return ozTexture::fieldChanged(id);
   if (_url.getCount() > 0) showFile(_url[0]);
   touchField(id);
 }

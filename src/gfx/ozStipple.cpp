@@ -32,9 +32,9 @@ unsigned int spread(unsigned int v) {
 unsigned int const *ozCoarseStipple(float transparency) {
   float const v = transparency * 3.0f;
   float const f = floorf(v);
-  if (!(f >= 0.0f && f <= 3.0f)) return nullptr;
+  if (!(f >= -1.0f && f <= 3.0f)) return nullptr;
   int const i = static_cast<int>(f) + (v - f > 0.5f ? 1 : 0);
-  return i < 4 ? CoarseStipples[i] : nullptr;
+  return i >= 0 && i < 4 ? CoarseStipples[i] : nullptr;
 }
 
 // Ordered dither after Bayer, "An optimum method for two-level rendition of continuous-tone pictures" (1973): the

@@ -6,7 +6,8 @@
 
 #include "oz/ozMaterial.h"
 
-/// The pattern of a transparency of 0 to 1 among the four of whole materials; null for a transparency beyond them.
+/// The nearest of the four patterns of whole materials, which stand at 0, 1/3, 2/3 and 1; null for a transparency that
+/// rounds to none of them.
 OZ_API unsigned int const *ozCoarseStipple(float transparency);
 
 /// Fills ozMaterial::_ditherMatrix. Whoever draws with it makes sure that ozMaterial is registered.

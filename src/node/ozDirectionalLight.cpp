@@ -5,10 +5,7 @@ OZ_DEFINE_CLASS(ozDirectionalLight, "DirectionalLight", ozLight) {
 }
 
 void ozDirectionalLight::fieldChanged(short id) {
-  if (id < _ClassType->getAncestorFieldCount())
-    ozLight::fieldChanged(id);
-  else
-    _glId.changed(); // and no announcement: meant so
+  if (!takeOwnChange(_ClassType, id)) ozLight::fieldChanged(id);
 }
 
 void ozDirectionalLight::define(int light) {

@@ -28,6 +28,12 @@ void ozLight::fieldChanged(short id) {
   ozNode::fieldChanged(id);
 }
 
+bool ozLight::takeOwnChange(ozType const *kind, short id) {
+  if (id < kind->getAncestorFieldCount() || id >= kind->getFieldInfoCount()) return false;
+  _glId.changed(); // and no announcement: meant so
+  return true;
+}
+
 ozTravDirective ozLight::drawVisit(ozDrawAction *action) {
   return ozVisitFrame(this, action, [=] { return draw(action), TRAV_CONT; });
 }

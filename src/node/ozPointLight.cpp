@@ -7,10 +7,7 @@ OZ_DEFINE_CLASS(ozPointLight, "PointLight", ozLight) {
 }
 
 void ozPointLight::fieldChanged(short id) {
-  if (id < _ClassType->getAncestorFieldCount())
-    ozLight::fieldChanged(id);
-  else
-    _glId.changed(); // and no announcement: meant so
+  if (!takeOwnChange(_ClassType, id)) ozLight::fieldChanged(id);
 }
 
 void ozPointLight::sendPoint(int light, float oldSpecular, ozVec3f const *spotDirection, float cutOffAngle,

@@ -7,10 +7,7 @@ OZ_DEFINE_CLASS(ozSpotLight, "SpotLight", ozPointLight) {
 }
 
 void ozSpotLight::fieldChanged(short id) {
-  if (id < _ClassType->getAncestorFieldCount())
-    ozPointLight::fieldChanged(id);
-  else
-    _glId.changed(); // and no announcement: meant so
+  if (!takeOwnChange(_ClassType, id)) ozPointLight::fieldChanged(id);
 }
 
 void ozSpotLight::define(int light) { sendPoint(light, intensity(), &_direction, _cutOffAngle, _exponent); }

@@ -82,6 +82,15 @@ TEST(Geometry, AStoredBoundIsNotReplacedByOneThatWasStale) {
   EXPECT_EQ(bound.max, ozVec3f(9, 9, 9));
 }
 
+TEST(Geometry, ABoundStoredThroughItsFieldIsNotReplacedEither) {
+  Held<Plain> plain(new Plain);
+  plain->propagateSideEffect(0);
+  static_cast<ozSFBoxBound *>(plain->getField(0))->set(box(ozVec3f(0, 0, 0), ozVec3f(9, 9, 9)));
+  ozBoxBound bound;
+  plain->getBoxBound(bound);
+  EXPECT_EQ(bound.max, ozVec3f(9, 9, 9));
+}
+
 TEST(Geometry, AChangedBoundReachesAConnectedField) {
   Held<Plain> a(new Plain), b(new Plain);
   a->connect(0, b.get(), 0);

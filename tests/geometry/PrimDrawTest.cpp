@@ -356,6 +356,12 @@ TEST_F(PrimDraw, TheFoldOfAPointSetLastsUntilTheBindingsChange) {
     set->draw(&action);
     EXPECT_EQ(rec.count("glEnableClientState(GL_COLOR_ARRAY)"), 1);
   }
+  set->calcBindings(); // undoes the fold, and the next draw redoes it
+  {
+    GLRecorder rec;
+    set->draw(&action);
+    EXPECT_EQ(rec.count("glEnableClientState(GL_COLOR_ARRAY)"), 1);
+  }
   set->setColorBind(ozGeoSet::NO_COLOR);
   GLRecorder rec;
   set->draw(&action);

@@ -90,6 +90,51 @@ TEST(PrimSets, MarkAWidthOrSizeThatWasSet) {
   EXPECT_EQ(strips->_setMask.getMask(), 1LL << 30);
 }
 
+// An application's own kind of set, with a field more.
+#define OZ_EXTENDED(Class, Parent, id)                                                                                 \
+  class Class : public Parent {                                                                                        \
+    OZ_CLASS(Class);                                                                                                   \
+                                                                                                                       \
+  public:                                                                                                              \
+    Class();                                                                                                           \
+    OZ_VALUE_ACCESS(int, Extra, id, _extra)                                                                            \
+    using Parent::_setMask;                                                                                            \
+                                                                                                                       \
+  private:                                                                                                             \
+    int _extra;                                                                                                        \
+  };                                                                                                                   \
+  OZ_DEFINE_CLASS(Class, #Class, Parent) { ozSFInt::addTypeField(type, "extra", id, 0, &Class::_extra); }
+OZ_EXTENDED(ExtendedPoints, ozPointSet, 16)
+OZ_EXTENDED(ExtendedLines, ozLineSet, 16)
+OZ_EXTENDED(ExtendedLineStrips, ozLineStripSet, 17)
+OZ_EXTENDED(ExtendedTriStrips, ozTriStripSet, 16)
+OZ_EXTENDED(ExtendedPolys, ozPolySet, 16)
+
+template <class Set> void expectNothingSetByAnExtraField() {
+  Held<Set> set(new Set), follower(new Set);
+  set->connect(static_cast<short>(set->getField("extra")->getId()), follower.get(),
+               static_cast<short>(set->getField("extra")->getId()));
+  set->setBoundMode(ozGeometry::STATIC);
+  ozBoxBound stored;
+  stored.min = ozVec3f(0, 0, 0);
+  stored.max = ozVec3f(1, 2, 3);
+  set->setBoxBound(stored);
+  set->setExtra(7);
+  EXPECT_EQ(set->_setMask.getMask(), 0);
+  ozBoxBound bound;
+  set->getBoxBound(bound);
+  EXPECT_EQ(bound.max, ozVec3f(1, 2, 3));
+  EXPECT_EQ(follower->getExtra(), 7);
+}
+
+TEST(PrimSets, AFieldOfASubclassIsNeitherAWidthNorALength) {
+  expectNothingSetByAnExtraField<ExtendedPoints>();
+  expectNothingSetByAnExtraField<ExtendedLines>();
+  expectNothingSetByAnExtraField<ExtendedLineStrips>();
+  expectNothingSetByAnExtraField<ExtendedTriStrips>();
+  expectNothingSetByAnExtraField<ExtendedPolys>();
+}
+
 TEST(PrimSets, AChangedLengthMakesTheBoundStaleInModeStaticToo) {
   Held<ozPolySet> set(new ozPolySet);
   set->setCoordSet(coordSet(somePoints(6)));

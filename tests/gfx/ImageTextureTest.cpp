@@ -19,7 +19,28 @@ std::string nameOf(ozImage *image) {
   return name.getString();
 }
 
+// An application's own kind of texture, with a field more.
+class Poster : public ozImageTexture {
+  OZ_CLASS(Poster);
+
+public:
+  Poster();
+  OZ_VALUE_ACCESS(int, Price, 8, _price)
+
+private:
+  int _price;
+};
+OZ_DEFINE_CLASS(Poster, "Poster", ozImageTexture) { ozSFInt::addTypeField(type, "price", 8, 0, &Poster::_price); }
+
 } // namespace
+
+TEST(ImageTexture, AFieldOfASubclassIsNoUrl) {
+  Poster poster;
+  poster.url()->set(0, "none such");
+  poster.setFileName("mine");
+  poster.setPrice(5);
+  EXPECT_EQ(nameOf(poster), "mine");
+}
 
 TEST(ImageTexture, AddsAUrlToATexture) {
   ozImageTexture texture;

@@ -77,6 +77,7 @@ TEST_F(Stipple, TheOtherCoarsePatternsRepeat) {
 }
 
 TEST_F(Stipple, TransparencySelectsTheNearestCoarsePattern) {
+  EXPECT_EQ(ozCoarseStipple(-0.1f), ozCoarseStipple(0.0f)); // -0.3 is 0.7 above -1
   EXPECT_EQ(ozCoarseStipple(0.16f), ozCoarseStipple(0.0f));
   EXPECT_EQ(ozCoarseStipple(0.17f), ozCoarseStipple(0.333f));
   EXPECT_EQ(ozCoarseStipple(0.5f), ozCoarseStipple(0.333f)); // 1.5 is not above one half
@@ -87,7 +88,9 @@ TEST_F(Stipple, ATransparencyBeyondTheCoarsePatternsHasNone) {
   EXPECT_TRUE(ozCoarseStipple(1.16f));  // 3.48
   EXPECT_FALSE(ozCoarseStipple(1.17f)); // 3.51
   EXPECT_FALSE(ozCoarseStipple(1e30f));
-  EXPECT_FALSE(ozCoarseStipple(-0.1f));
+  EXPECT_TRUE(ozCoarseStipple(-0.16f));  // -0.48, above -1 by more than one half
+  EXPECT_FALSE(ozCoarseStipple(-0.17f)); // -0.51
+  EXPECT_FALSE(ozCoarseStipple(-0.4f));
   EXPECT_FALSE(ozCoarseStipple(__builtin_nanf("")));
 }
 

@@ -103,6 +103,26 @@ TEST(Light, DoesNotAnnounceTheFieldsOfItsKind) {
   EXPECT_EQ(follower.getRadius(), 100.0f);
 }
 
+// An application's own kind of light, with a field more.
+class Lamp : public ozSpotLight {
+  OZ_CLASS(Lamp);
+
+public:
+  Lamp();
+  OZ_VALUE_ACCESS(int, Watts, 12, _watts)
+
+private:
+  int _watts;
+};
+OZ_DEFINE_CLASS(Lamp, "Lamp", ozSpotLight) { ozSFInt::addTypeField(type, "watts", 12, 60, &Lamp::_watts); }
+
+TEST(Light, AnnouncesTheFieldOfASubclass) {
+  Lamp lamp, follower;
+  lamp.connect(12, &follower, 12);
+  lamp.setWatts(100);
+  EXPECT_EQ(follower.getWatts(), 100);
+}
+
 TEST(Light, TakesAValueOverAConnectionIntoAnyField) {
   ozPointLight source;
   ozSpotLight light;
