@@ -19,8 +19,14 @@ class vlReadState;
 /// The grammar is VRML's; the fields of a node are those of the library's class, found by name or alias and read by
 /// their own class, so that what ozObject::write puts out can be read back for the classes that the reader knows.
 /// Errors are told on the standard error stream with their line, and reading goes on wherever it can. PROTO and
-/// EXTERNPROTO are refused. Whatever stands in a file, reading ends: nodes nest at most 1,000 levels deep, Inlines at
-/// most 16, and one read makes at most 1,000 Inlines.
+/// EXTERNPROTO are refused. Whatever stands in a file, reading ends and so does a walk through what was read: nodes
+/// nest at most 1,000 levels deep, shared ones and those of Inlines included; Inlines at most 16, and one read makes at
+/// most 1,000 of them; a walk that visits shared nodes again each time makes at most ten million visits; a chain of
+/// routes passes through at most 1,000 fields; and a file makes at most 100 routes between nodes. What goes beyond is
+/// left out, with a message.
+///
+/// Objects that found no place in the graph are released at the end of the read. One that a route connects to something
+/// is held by the reader, and let go behind a later read once nothing is connected to it any more.
 ///
 /// Single threaded: the reader keeps its state in statics.
 class OZ_API vlDB {

@@ -22,6 +22,10 @@ struct ozParentList {
   unsigned int getCount() const { return entries.getCount() - first; }
   ozContainer *get(unsigned int i) const { return static_cast<ozContainer *>(entries[first + i]); }
 
+  void add(ozContainer *parent) {
+    if (entries.getCount() == entries.getSize()) entries.setExtension(entries.getCount() / 2 + 2);
+    entries.append(parent);
+  }
   /// Takes out the first entry equal to one; returns whether there was one.
   unsigned char remove(ozContainer *parent) {
     unsigned int const count = entries.getCount();
@@ -271,7 +275,7 @@ ozContainer *ozContainer::getParent(int index) const {
 
 void ozContainer::addParent(ozContainer *parent) {
   if (hasFlag(PARENT_ARRAY_FLAG)) {
-    listOf(_parents)->entries.append(parent);
+    listOf(_parents)->add(parent);
   } else if (!_parents) {
     _parents = parent;
   } else {

@@ -185,8 +185,10 @@ unsigned char vlDB::readMFField(vlInput *in, ozType *type, ozField *field) {
 unsigned char vlDB::readMFElt(vlInput *in, ozField *field, int &index) {
   ozContainer *obj = nullptr;
   if (!readSFNode(in, obj)) return 0;
-  if (obj) static_cast<ozMFRef *>(field)->set(static_cast<unsigned int>(index), obj);
-  ++index;
+  unsigned int const at = static_cast<unsigned int>(index++);
+  ozMFRef *const refs = static_cast<ozMFRef *>(field);
+  if (at >= 64 && at >= refs->getSize()) refs->setExtension(at / 2); // a long list grows in ever larger steps
+  if (obj) refs->set(at, obj);
   return 1;
 }
 

@@ -75,21 +75,23 @@ void smooth(ozIntArray &pairs, ozVec3fArray const &faceNormals, float cosCrease,
     normalIndex.set(static_cast<unsigned int>(pairs[s + 1]), n);
     ozVec3f sum = seed;
     int count = 1;
-    for (unsigned int j = s + 2; j < pairs.getCount() && comparisons > 0; --comparisons) {
-      ozVec3f const normal = faceNormals[static_cast<unsigned int>(pairs[j])];
+    int *const list = pairs.getArray();
+    unsigned int end = pairs.getCount();
+    for (unsigned int j = s + 2; j < end && comparisons > 0; --comparisons) {
+      ozVec3f const &normal = faceNormals.getArray()[list[j]];
       // Against the first of the group, not its mean: the result depends on the order of the faces.
       if (seed.dot(normal) > cosCrease) {
         sum += normal;
         ++count;
-        normalIndex.set(static_cast<unsigned int>(pairs[j + 1]), n);
-        unsigned int const last = pairs.getCount() - 2;
-        pairs.set(j, pairs[last]);
-        pairs.set(j + 1, pairs[last + 1]);
-        pairs.setCount(last);
+        normalIndex.set(static_cast<unsigned int>(list[j + 1]), n);
+        end -= 2;
+        list[j] = list[end];
+        list[j + 1] = list[end + 1];
       } else {
         j += 2;
       }
     }
+    pairs.setCount(end);
     sum *= 1.0f / static_cast<float>(count);
     sum.normalize();
     normals.append(sum);
@@ -118,7 +120,7 @@ void vlGeom::computeNorms(ozIndexedFaceSet *set, float creaseAngle) {
 
   ozVec3fArray normals(table.getCount());
   normals.setExtension(table.getCount());
-  long comparisons = (1L << 26) + 512L * mesh.cornerCount();
+  long comparisons = (1L << 24) + 256L * mesh.cornerCount();
   for (unsigned int i = 0; i < table.getCount(); ++i)
     smooth(table.get(i)->pairs, faceNormals, cosCrease, normalIndex, normals, comparisons);
   for (unsigned int i = 0; i < strays.getCount(); ++i)

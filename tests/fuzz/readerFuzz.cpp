@@ -1,4 +1,9 @@
 // Any bytes at all as the text of a file behind a good header line; what is read is used as an application would.
+//
+//   cmake --preset fuzz && cmake --build --preset fuzz
+//   mkdir -p out && build/fuzz/readerFuzz -dict=tests/fuzz/vrml.dict -timeout=10 out tests/fuzz/corpus
+//
+// The suppressions of tests/support/lsan.supp apply. What it finds becomes a test in tests/vrml.
 #include "../vrml/useGraph.h"
 
 // What the library says about a broken file is not what is looked for here.
