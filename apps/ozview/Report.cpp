@@ -62,8 +62,8 @@ Drawn countDrawn(ozContainer *container, std::unordered_map<ozContainer *, Drawn
   sum.triangles = trianglesOf(container);
   forEachReference(container, [&](ozContainer *held) {
     Drawn const below = countDrawn(held, known);
-    if (__builtin_add_overflow(sum.shapes, below.shapes, &sum.shapes)) sum.shapes = INT64_MAX;
-    if (__builtin_add_overflow(sum.triangles, below.triangles, &sum.triangles)) sum.triangles = INT64_MAX;
+    sum.shapes += below.shapes; // the reader bounds how often anything is drawn
+    sum.triangles += below.triangles;
   });
   return known[container] = sum;
 }
