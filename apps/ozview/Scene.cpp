@@ -1,6 +1,7 @@
 #include "Scene.h"
 #include "Walk.h"
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -23,6 +24,16 @@ std::string whyUnreadable(std::string const &file) {
   return "not a regular file";
 }
 
+// The reader would go on behind a wrong header, with a message at every word.
+bool hasHeader(char const *file) {
+  char line[256] = "";
+  FILE *const in = fopen(file, "r");
+  if (!in) return false;
+  bool const good = fgets(line, sizeof line, in) && line[0] == '#' && vlInput::isASCIIHeader(line) > 0;
+  fclose(in);
+  return good;
+}
+
 template <class T> T *as(ozContainer *container) {
   return container->isOfType(T::getClassType()) ? static_cast<T *>(container) : nullptr;
 }
@@ -37,6 +48,10 @@ bool Scene::add(std::string const &file, std::string &reason) {
   ozString found;
   if (!ozGlobal::findFile(file.c_str(), found, ozGlobal::READ_FMODE)) {
     reason = whyUnreadable(file);
+    return false;
+  }
+  if (!hasHeader(found.getString())) {
+    reason = "no VRML 2.0 file: its first line does not say \"#VRML V2.0 utf8\"";
     return false;
   }
   // Textures are loaded when they are drawn first, so the folders of all files stay on the path.
@@ -57,7 +72,7 @@ bool Scene::add(std::string const &file, std::string &reason) {
       read->ref();
       read->unref();
     }
-    reason = "no VRML 2.0 scene in it";
+    reason = "nothing in it can be shown";
     return false;
   }
   _root->addChild(part);

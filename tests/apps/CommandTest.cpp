@@ -55,12 +55,22 @@ TEST(Command, APipeIsNoFileAndDoesNotHang) {
   EXPECT_EQ(run.err, "ozview: " + (folder / "pipe.wrl") + ": not a regular file\n");
 }
 
-TEST(Command, AFileOfAnotherKindEndsWithOne) {
+TEST(Command, AFileWithoutTheHeaderEndsWithOneAndASingleLine) {
+  for (char const *text : {"#VRML V1.0 ascii\nSeparator { }\n", "not a model at all { } [ ]\n", "", "\0\1\2"}) {
+    Folder const folder;
+    ViewerRun const run({folder.write("old.wrl", text), "--info"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err, "ozview: " + folder.path + "/old.wrl" +
+                           ": no VRML 2.0 file: its first line does not say \"#VRML V2.0 utf8\"\n");
+  }
+}
+
+TEST(Command, AFileOfWhichNothingIsReadEndsWithOne) {
   Folder const folder;
-  ViewerRun const run({folder.write("old.wrl", "#VRML V1.0 ascii\nSeparator { }\n"), "--info"});
+  ViewerRun const run({folder.write("refused.wrl", "#VRML V2.0 utf8\nScript { }\n"), "--info"});
   EXPECT_EQ(run.status, 1);
-  EXPECT_THAT(run.err, HasSubstr("File does not have a valid header string"));
-  EXPECT_THAT(run.err, HasSubstr("old.wrl: no VRML 2.0 scene in it\n"));
+  EXPECT_THAT(run.err, HasSubstr("Unsupported class \"Script\""));
+  EXPECT_THAT(run.err, HasSubstr("refused.wrl: nothing in it can be shown\n"));
 }
 
 TEST(Command, OneUnreadableFileOfSeveralEndsWithOne) {
