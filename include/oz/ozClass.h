@@ -26,16 +26,8 @@
 
 /// Declares the run-time type alone: for classes that are no containers.
 #define OZ_OBJECT_CLASS(Class)                                                                                         \
-public:                                                                                                                \
-  static ozType *getClassType() {                                                                                      \
-    if (!_ClassType) initClass();                                                                                      \
-    return _ClassType;                                                                                                 \
-  }                                                                                                                    \
-  static void initClass();                                                                                             \
-                                                                                                                       \
-private:                                                                                                               \
-  static void addFields(ozType *type);                                                                                 \
-  static ozType *_ClassType
+  OZ_TYPE_POINTER;                                                                                                     \
+  static void addFields(ozType *type)
 
 /// Declares a container class that has no instances of its own.
 #define OZ_ABSTRACT_CLASS(Class)                                                                                       \

@@ -48,7 +48,7 @@ private:
   struct Instance;
   struct Connection;
 
-  Connection *takeConnection(ozField *srcFrom, ozField *srcTo);
+  Connection *takeConnection(ozField *srcFrom, ozField *srcTo, ozField *open = nullptr);
   void connectPending();
 
   ozContainer *_clonedObject;

@@ -16,6 +16,8 @@ class ozData;
 /// A container that refers to another through a reference field holds one count on it and stands in its parent list
 /// once for each reference. Parent entries do not count.
 class OZ_API ozContainer : public ozObject {
+  OZ_TYPE_POINTER;
+
 public:
   enum CloneEnum : int {
     CLONE_SHALLOW = 0,  ///< a copy that shares its children
@@ -28,12 +30,6 @@ public:
   ozContainer(ozContainer const &other) = default;
   ozContainer &operator=(ozContainer const &other) = default;
   ~ozContainer() override;
-
-  static ozType *getClassType() {
-    if (!_ClassType) initClass();
-    return _ClassType;
-  }
-  static void initClass();
 
 protected:
   /// Writes the object and the graph below it, see ozOutput. Reached through ozObject.
@@ -170,8 +166,6 @@ private:
   void copyFrame(ozContainer *src, ozCloneTable *table, bool deep);
   void copyReferences(ozFieldInfo *info, ozContainer *src, ozCloneTable *table);
   static ozContainer *cloneChild(ozContainer *child, ozCloneTable *table);
-
-  static ozType *_ClassType;
 
   ozFieldArray *_fields;
   void *_parents; // ozParentList * where PARENT_ARRAY_FLAG is set, otherwise ozContainer *

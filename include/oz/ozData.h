@@ -9,14 +9,10 @@
 ///
 /// It carries an application's data on containers and the storage that interleaved arrays share.
 class OZ_API ozData : public ozObject {
+  OZ_TYPE_POINTER;
+
 public:
   ozData();
-
-  static ozType *getClassType() {
-    if (!_ClassType) initClass();
-    return _ClassType;
-  }
-  static void initClass();
 
   /// The number of bytes.
   int getSize() const { return _size; }
@@ -36,8 +32,6 @@ protected:
   explicit ozData(ozType *type);
 
 private:
-  static ozType *_ClassType;
-
   int _size; // stored by operator new; the constructors leave it alone
 };
 

@@ -53,14 +53,10 @@ private:
 /// Base of an application's own dispatchers: functions are bound to pairs of (dispatcher class, object class) and called
 /// by apply(). The traversals of the library do not use it.
 class OZ_API ozDispatch : public ozObject {
+  OZ_TYPE_POINTER;
+
 public:
   explicit ozDispatch(ozType *type) : ozObject(type) {}
-
-  static ozType *getClassType() {
-    if (!_ClassType) initClass();
-    return _ClassType;
-  }
-  static void initClass();
 
   static void bindFunction(ozType *dispatchType, ozType *objectType, void (*function)(ozDispatch *, ozObject *));
   /// Calls the function of (this object's class, the object's class).
@@ -73,7 +69,6 @@ private:
   static void registerAsDispatch(ozType *type);
   static void registerAsObject(ozType *type);
 
-  static ozType *_ClassType;
   static ozActionFunTable *_Table;
 };
 

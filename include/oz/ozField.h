@@ -93,6 +93,8 @@ char ozContainer::*ozMember(Member Container::*member) {
 /// value moves when somebody reads. Fields take no lock; a graph and all that is connected to it belong to one thread
 /// at a time.
 class OZ_API ozField {
+  OZ_TYPE_POINTER;
+
 public:
   enum EventClassEnum : int {
     EVENT_ANY = 0,      ///< source and target of connections
@@ -112,12 +114,6 @@ public:
   virtual void write(ozOutput *out);
   /// Whether the member holds the default; does not validate.
   virtual unsigned char isDefault();
-
-  static ozType *getClassType() {
-    if (!_ClassType) initClass();
-    return _ClassType;
-  }
-  static void initClass();
 
   ozContainer *getParent() const { return _parent; }
   short getId() const { return _id; }
@@ -179,9 +175,10 @@ private:
   friend class ozEngine; // marks its inputs without its own dirty mask
 
   void setSource(ozField *source);
+  void addFollower(ozField *field);
+  void restore(ozField *source, int dirty);
   static void freeDirtyFields();
 
-  static ozType *_ClassType;
   static unsigned char _Tracking;
 
   ozContainer *_parent;

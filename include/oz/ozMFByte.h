@@ -12,7 +12,7 @@
 /// Every edit ends alike: it is announced to the container, unless the event class is EVENT_FORWARD; then the same edit
 /// is made on each output field of the same class, and nobody is told here.
 class OZ_API ozMField : public ozField {
-  OZ_FIELD_CLASS(ozMField);
+  OZ_TYPE_POINTER;
 
 public:
   ozMField(ozContainer *parent, short id) : ozField(parent, id), _array(nullptr) {}
@@ -27,6 +27,7 @@ public:
   }
   short getOffset() const { return static_cast<short>(_array->getOffset()); }
   short getStride() const { return static_cast<short>(_array->getStride()); }
+  /// A reference field releases what a count below the present one cuts off.
   void setCount(unsigned int n);
   void setSize(unsigned int n);
   void setExtension(unsigned int n) { _array->setExtension(n); }
@@ -44,6 +45,9 @@ protected:
         if (outputs->get(i)->getType()->isDerivedFrom(Field::getClassType())) repeat(static_cast<Field *>(outputs->get(i)));
     }
   }
+
+  /// Lets go of the elements that a count of n cuts off. Does nothing here.
+  virtual void releaseFrom(unsigned int n);
 
   ozArray *_array;
 };
@@ -145,7 +149,7 @@ private:
     using ozMFValueInfo::ozMFValueInfo;                                                                                \
   };                                                                                                                   \
   class OZ_API Field : public ozMFValue<Field, Field##Info, Array> {                                                   \
-    OZ_FIELD_CLASS(Field);                                                                                             \
+    OZ_TYPE_POINTER;                                                                                                   \
                                                                                                                        \
   public:                                                                                                              \
     using ozMFValue::ozMFValue;                                                                                        \

@@ -8,12 +8,26 @@
 class ozOutput;
 class ozType;
 
+/// Declares a class's pointer to its run-time type, and what gives and makes it. Leaves the class private.
+#define OZ_TYPE_POINTER                                                                                                \
+public:                                                                                                                \
+  static ozType *getClassType() {                                                                                      \
+    if (!_ClassType) initClass();                                                                                      \
+    return _ClassType;                                                                                                 \
+  }                                                                                                                    \
+  static void initClass();                                                                                             \
+                                                                                                                       \
+private:                                                                                                               \
+  static ozType *_ClassType
+
 /// Base of everything that is reference counted.
 ///
 /// A new object has count 0 and belongs to nobody. Whoever keeps it calls ref(), and unref() when done; the unref() that
 /// finds or leaves the count at 0 deletes the object. Counts may be changed from any thread, all else belongs to one
 /// thread at a time.
 class OZ_API ozObject {
+  OZ_TYPE_POINTER;
+
 public:
   explicit ozObject(ozType *type);
   /// A copy is a duplicate of the header, reference count included: it is no new object with a life of its own.
@@ -24,11 +38,6 @@ public:
   /// Writes the object as text. Does nothing at this level.
   virtual void write(ozOutput *out);
 
-  static ozType *getClassType() {
-    if (!_ClassType) initClass();
-    return _ClassType;
-  }
-  static void initClass();
   /// Registers every class of the library, in a fixed order that decides object ids. A second call returns at once.
   static void initClasses();
 
@@ -63,8 +72,6 @@ protected:
   void setFlag(FlagEnum flag, bool on) { _flags = on ? _flags | flag : _flags & ~static_cast<unsigned int>(flag); }
 
 private:
-  static ozType *_ClassType;
-
   unsigned int _refCount;
   unsigned int _flags = 0;
   ozType *_type;

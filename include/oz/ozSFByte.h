@@ -117,23 +117,11 @@ private:
     using ozSFValueInfo::ozSFValueInfo;                                                                                \
   };                                                                                                                   \
   class OZ_API Field : public ozSFValue<Field, Field##Info, T> {                                                       \
-    OZ_FIELD_CLASS(Field);                                                                                             \
+    OZ_TYPE_POINTER;                                                                                                   \
                                                                                                                        \
   public:                                                                                                              \
     using ozSFValue::ozSFValue;                                                                                        \
   }
-
-/// The run-time type of a field class.
-#define OZ_FIELD_CLASS(Field)                                                                                          \
-public:                                                                                                                \
-  static ozType *getClassType() {                                                                                      \
-    if (!_ClassType) initClass();                                                                                      \
-    return _ClassType;                                                                                                 \
-  }                                                                                                                    \
-  static void initClass();                                                                                             \
-                                                                                                                       \
-private:                                                                                                               \
-  static ozType *_ClassType
 
 OZ_SINGLE_FIELD(ozSFByte, signed char);
 OZ_SINGLE_FIELD(ozSFUByte, unsigned char);
@@ -175,7 +163,7 @@ public:
 
 /// A field of an enumeration, held as an int.
 class OZ_API ozSFEnum : public ozSFValue<ozSFEnum, ozSFEnumInfo, int> {
-  OZ_FIELD_CLASS(ozSFEnum);
+  OZ_TYPE_POINTER;
 
 public:
   using ozSFValue::ozSFValue;

@@ -35,7 +35,7 @@ public:
 
 /// A field that refers to one container, or to none.
 class OZ_API ozSFRef : public ozField {
-  OZ_FIELD_CLASS(ozSFRef);
+  OZ_TYPE_POINTER;
 
 public:
   ozSFRef(ozContainer *parent, short id);
@@ -82,7 +82,7 @@ public:
 
 /// A field that refers to any number of containers.
 class OZ_API ozMFRef : public ozMField {
-  OZ_FIELD_CLASS(ozMFRef);
+  OZ_TYPE_POINTER;
 
 public:
   ozMFRef(ozContainer *parent, short id);
@@ -104,9 +104,6 @@ public:
     validate();
     return array().getArray();
   }
-
-  /// A count below the present one releases what it cuts off.
-  void setCount(unsigned int n);
 
   // Each checks the types first and changes nothing where one is wrong, with a message.
   void set(ozRefArray const &values);
@@ -136,15 +133,11 @@ public:
   }
 
 private:
-  friend class ozMField;
-
   static void addInfo(ozType *type, char const *name, short id, ozType *refType, char ozContainer::*member);
   ozRefArray &array() const { return *static_cast<ozRefArray *>(_array); }
   unsigned int releaseRange(unsigned int start, unsigned int end);
-  void releaseFrom(unsigned int n);
+  void releaseFrom(unsigned int n) override;
   void clearUpTo(unsigned int was);
-
-  unsigned char _ownArray;
 };
 
 #endif

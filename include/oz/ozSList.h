@@ -21,7 +21,7 @@ private:
 /// frees nothing: the items are the caller's, and an item stands in one list at a time.
 template <class T, class L> class ozSList {
 public:
-  ozSList() : _head(nullptr), _tail(nullptr) {}
+  constexpr ozSList() : _head(nullptr), _tail(nullptr) {}
   ozSList(ozSList const &) = delete;
   ozSList &operator=(ozSList const &) = delete;
 

@@ -87,4 +87,13 @@ private:
   int _objectId;
 };
 
+/// Defines what OZ_TYPE_POINTER declares, for a class without fields. The parent comes first, whose registration may
+/// have brought this class along.
+#define OZ_DEFINE_TYPE_POINTER(Class, Name, Parent)                                                                    \
+  ozType *Class::_ClassType = nullptr;                                                                                 \
+  void Class::initClass() {                                                                                            \
+    ozType *const parent = Parent::getClassType();                                                                     \
+    if (!_ClassType) _ClassType = new ozType(parent, Name);                                                            \
+  }
+
 #endif

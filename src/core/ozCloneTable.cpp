@@ -62,10 +62,12 @@ void ozCloneTable::addClonedConnection(ozField *srcFrom, ozField *srcTo, ozField
   _connections.insert(0, new Connection{srcFrom, srcTo, cloneFrom, cloneTo, nullptr, 0, 0});
 }
 
-ozCloneTable::Connection *ozCloneTable::takeConnection(ozField *srcFrom, ozField *srcTo) {
+// Takes out a record of which the end that is asked for is still the source's own.
+ozCloneTable::Connection *ozCloneTable::takeConnection(ozField *srcFrom, ozField *srcTo, ozField *open) {
   for (unsigned int i = 0; i < _connections.getCount(); ++i) {
     Connection *const record = static_cast<Connection *>(_connections[i]);
     if (record->from != srcFrom || record->to != srcTo) continue;
+    if (open && record->cloneFrom != open && record->cloneTo != open) continue;
     _connections.fastRemoveIndex(i);
     return record;
   }
@@ -91,14 +93,20 @@ void ozCloneTable::connectPending() {
   }
 }
 
+// Points back at the source of an earlier time.
+void ozField::restore(ozField *source, int dirty) {
+  setSource(source);
+  if (source && (!source->_outputs || source->_outputs->find(this) < 0)) source->addFollower(this);
+  setDirty(dirty);
+}
+
 void ozField::copyConnections(ozField *from, ozCloneTable *table) {
   for (unsigned int i = 0; from->_inputs && i < from->_inputs->getCount(); ++i) {
     ozField *const input = from->_inputs->get(i);
-    if (ozCloneTable::Connection *const record = table->takeConnection(input, from)) {
+    if (ozCloneTable::Connection *const record = table->takeConnection(input, from, from)) {
       if (record->tied) {
         record->cloneFrom->disconnect(from);
-        from->setSource(record->source);
-        from->setDirty(record->wasDirty);
+        from->restore(record->source, record->wasDirty);
       }
       record->cloneFrom->connect(this);
       delete record;
@@ -109,7 +117,7 @@ void ozField::copyConnections(ozField *from, ozCloneTable *table) {
   }
   for (unsigned int i = 0; from->_outputs && i < from->_outputs->getCount(); ++i) {
     ozField *const output = from->_outputs->get(i);
-    if (ozCloneTable::Connection *const record = table->takeConnection(from, output)) {
+    if (ozCloneTable::Connection *const record = table->takeConnection(from, output, from)) {
       from->disconnect(record->cloneTo); // stands behind `output`, so that the loop's place holds
       connect(record->cloneTo);
       record->cloneTo->setSource(this); // also where the two were connected before, as inside an engine

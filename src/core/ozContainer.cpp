@@ -36,18 +36,23 @@ struct ozParentList {
       ++first;
     else
       entries.removeIndex(at);
+    if (first > getCount() + 16) close();
     return 1;
+  }
+
+private:
+  // Closes the gap ahead of the first one, lest the list grow for ever as parents come and go.
+  void close() {
+    unsigned int const count = getCount();
+    for (unsigned int i = 0; i < count; ++i) entries.set(i, entries[first + i]);
+    entries.setCount(count);
+    first = 0;
   }
 };
 
 static ozParentList *listOf(void *parents) { return static_cast<ozParentList *>(parents); }
 
-ozType *ozContainer::_ClassType = nullptr;
-
-void ozContainer::initClass() {
-  ozType *const parent = ozObject::getClassType();
-  if (!_ClassType) _ClassType = new ozType(parent, "Container");
-}
+OZ_DEFINE_TYPE_POINTER(ozContainer, "Container", ozObject)
 
 ozContainer::ozContainer(ozType *type)
     : ozObject(type), _fields(nullptr), _parents(nullptr), _userData(nullptr), _dirtyMask(0), _sideEffectMask(0),
@@ -90,18 +95,23 @@ void ozContainer::initFieldDefaults(ozType *level) {
     if (level->getFieldInfo(id)->getOffset()) level->getFieldInfo(id)->reset(this);
 }
 
+// Taken out ahead of the release, lest a graph that closes on itself releases it again.
+static ozContainer *take(ozContainer *&member) {
+  ozContainer *const held = member;
+  member = nullptr;
+  return held;
+}
+
 void ozContainer::destroyFieldContents(ozType *level) {
   ozField::cleanFields();
   for (int id = level->getAncestorFieldCount(); id < level->getFieldInfoCount(); ++id) {
     ozFieldInfo *const info = level->getFieldInfo(id);
     if (!info->getOffset()) continue; // the field object owns its value
     if (info->getFieldType()->isDerivedFrom(ozSFRef::getClassType())) {
-      ozContainer *&member = static_cast<ozSFRefInfo *>(info)->member(this);
-      unrefer(member);
-      member = nullptr;
+      unrefer(take(static_cast<ozSFRefInfo *>(info)->member(this)));
     } else if (info->getFieldType()->isDerivedFrom(ozMFRef::getClassType())) {
       ozRefArray &members = static_cast<ozMFRefInfo *>(info)->member(this);
-      for (unsigned int i = 0; i < members.getCount(); ++i) unrefer(members[i]);
+      for (unsigned int i = 0; i < members.getCount(); ++i) unrefer(take(members.getArray()[i]));
       members.setCount(0);
     }
   }
@@ -121,11 +131,10 @@ ozField *ozContainer::findFieldObject(int id) const {
 
 ozField *ozContainer::getField(int id) {
   OZ_REQUIRE(id >= 0 && id < getFieldInfoCount(), "field id out of range");
-  unsigned int const index = static_cast<unsigned int>(id);
   if (ozField *const field = findFieldObject(id)) return field;
   if (!_fields) _fields = new ozFieldArray(static_cast<unsigned int>(getFieldInfoCount()));
   getFieldInfo(static_cast<short>(id))->instantiate(this);
-  return _fields->get(index);
+  return findFieldObject(id);
 }
 
 ozField *ozContainer::findField(char const *name) {
@@ -186,8 +195,7 @@ void ozContainer::childChanged(ozContainer *, short) {}
 void ozContainer::cleanSideEffect(short) {}
 
 void ozContainer::touchFieldObject(short id) {
-  unsigned int const index = static_cast<unsigned short>(id);
-  ozField *const field = index < _fields->getCount() ? _fields->get(index) : nullptr;
+  ozField *const field = findFieldObject(id);
   if (!field) return;
   _sideEffectMask &= ~wideBit(id); // a direct change overrides a pending recomputation
   if (field->_dirty) {
@@ -224,11 +232,8 @@ void ozContainer::validatePending(short id) {
     _sideEffectMask &= ~bit;
   }
   if (_dirtyMask & bit) {
-    ozField *const field = _fields ? _fields->get(static_cast<unsigned int>(id)) : nullptr;
-    if (field)
-      cleanFieldInputs(field);
-    else
-      _dirtyMask &= ~bit;
+    if (ozField *const field = findFieldObject(id)) cleanFieldInputs(field);
+    else _dirtyMask &= ~bit; // of an id that field 31, whose narrow bit stands for more, brought along
   }
 }
 
@@ -244,10 +249,8 @@ void ozContainer::internalCleanFields(long long mask) {
 
 void ozContainer::notifyParents(short id) {
   if (hasFlag(PARENT_ARRAY_FLAG)) {
-    ozParentList *const parents = listOf(_parents);
-    unsigned int const count = parents->getCount();
-    for (unsigned int i = 0; i < count && hasFlag(PARENT_ARRAY_FLAG) && i < parents->getCount(); ++i)
-      parents->get(i)->childChanged(this, id);
+    int const count = getParentCount();
+    for (int i = 0; i < count && i < getParentCount(); ++i) getParent(i)->childChanged(this, id);
   } else if (_parents) {
     static_cast<ozContainer *>(_parents)->childChanged(this, id);
   }

@@ -46,12 +46,14 @@ void ozContainer::copyFrame(ozContainer *src, ozCloneTable *table, bool deep) {
   if (count > getFieldInfoCount()) count = getFieldInfoCount();
   for (int i = 0; i < count; ++i) {
     short const id = static_cast<short>(i);
-    ozFieldInfo *const info = getFieldInfo(id);
-    if (info->getOffset()) { // otherwise the field object owns its value
+    ozFieldInfo *const info = getFieldInfo(id), *const from = src->getFieldInfo(id);
+    if (info->getOffset() != from->getOffset() || info->getFieldType() != from->getFieldType()) {
+      getField(i)->copy(src->getField(i)); // of an unrelated class: its member lies elsewhere
+    } else if (info->getOffset()) {        // otherwise the field object owns its value
       if (deep) copyReferences(info, src, table);
       else info->copy(this, src);
     }
-    if (ozField *const from = src->findFieldObject(i)) getField(i)->copyConnections(from, table);
+    if (ozField *const field = src->findFieldObject(i)) getField(i)->copyConnections(field, table);
     fieldChanged(id);
   }
 }

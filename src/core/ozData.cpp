@@ -6,12 +6,7 @@
 
 #include "oz/ozType.h"
 
-ozType *ozData::_ClassType = nullptr;
-
-void ozData::initClass() {
-  ozType *parent = ozObject::getClassType();
-  if (!_ClassType) _ClassType = new ozType(parent, "Data");
-}
+OZ_DEFINE_TYPE_POINTER(ozData, "Data", ozObject)
 
 ozData::ozData() : ozObject(getClassType()) {}
 ozData::ozData(ozType *type) : ozObject(type) {}

@@ -93,13 +93,8 @@ void ozActionFunTable::flattenObject(ozType *action, ozType *object, void *inher
   for (int i = 0; i < object->getDescendentCount(); ++i) flattenObject(action, object->getDescendent(i), carried);
 }
 
-ozType *ozDispatch::_ClassType = nullptr;
+OZ_DEFINE_TYPE_POINTER(ozDispatch, "ozDispatch", ozObject)
 ozActionFunTable *ozDispatch::_Table = nullptr;
-
-void ozDispatch::initClass() {
-  ozType *const parent = ozObject::getClassType();
-  if (!_ClassType) _ClassType = new ozType(parent, "ozDispatch");
-}
 
 // One in the process, never freed.
 ozActionFunTable *ozDispatch::getTable() {

@@ -15,15 +15,9 @@ struct ozDirtyField : ozSLink {
 
 typedef ozSList<ozDirtyField, ozSLink> ozDirtyFieldList;
 
-// Never destroyed: fields of objects that die while the process exits still look here. Spent records are kept for reuse.
-static ozDirtyFieldList &dirtyFields() {
-  static ozDirtyFieldList *const list = new ozDirtyFieldList;
-  return *list;
-}
-static ozDirtyFieldList &spentRecords() {
-  static ozDirtyFieldList *const list = new ozDirtyFieldList;
-  return *list;
-}
+// Never destroyed: fields of objects that die while the process exits still look here.
+static ozDirtyFieldList DirtyFields;
+static ozDirtyFieldList SpentRecords; // kept for reuse
 
 ozType *ozField::_ClassType = nullptr;
 unsigned char ozField::_Tracking = 0;
@@ -50,11 +44,10 @@ ozField::~ozField() {
   while (_followers && _followers->getCount()) _followers->get(0)->setSource(nullptr);
   delete _followers;
 
-  if (_Tracking && !dirtyFields().isEmpty()) {
-    ozDirtyFieldList kept;
-    while (ozDirtyField *record = static_cast<ozDirtyField *>(dirtyFields().unlinkHead()))
-      (record->field == this ? spentRecords() : kept).insert(record);
-    while (ozDirtyField *record = static_cast<ozDirtyField *>(kept.unlinkHead())) dirtyFields().insert(record);
+  if (!DirtyFields.isEmpty()) {
+    ozDirtyFieldList kept; // comes out in reverse order, and goes back so
+    while (ozDirtyField *record = DirtyFields.unlinkHead()) (record->field == this ? SpentRecords : kept).insert(record);
+    while (ozDirtyField *record = kept.unlinkHead()) DirtyFields.insert(record);
   }
 }
 
@@ -91,6 +84,11 @@ void ozField::setSource(ozField *source) {
   _source = source;
 }
 
+void ozField::addFollower(ozField *field) {
+  if (!_followers) _followers = new ozFieldArray(1);
+  _followers->append(field);
+}
+
 void ozField::connect(ozField *target) {
   if (_eventClass == EVENT_IN_ONLY || target->_eventClass == EVENT_OUT_ONLY) return;
   if (!_outputs) _outputs = new ozFieldArray(1);
@@ -111,10 +109,7 @@ void ozField::disconnect(ozField *target) {
       if (!target->_inputs->getCount()) target->_parent->_dirtyMask &= ~ozContainer::narrowBit(target->_id);
     }
     // The target's source stays, which is meant: with other inputs left, its mask bit may still be set.
-    if (target->_source == this) {
-      if (!_followers) _followers = new ozFieldArray(1);
-      _followers->append(target);
-    }
+    if (target->_source == this) addFollower(target);
   }
   target->_dirty = 0;
 }
@@ -134,28 +129,27 @@ void ozField::dirtyOutputs() {
 
 void ozField::recordDirty() {
   if (_dirty) return;
-  ozDirtyField *record = static_cast<ozDirtyField *>(spentRecords().unlinkHead());
+  ozDirtyField *record = SpentRecords.unlinkHead();
   if (record) record->field = this;
   else record = new ozDirtyField(this);
-  dirtyFields().insert(record);
+  DirtyFields.insert(record);
 }
 
 void ozField::cleanFields() {
-  if (!_Tracking) return;
-  while (ozDirtyField *record = static_cast<ozDirtyField *>(dirtyFields().unlinkHead())) {
+  while (ozDirtyField *record = DirtyFields.unlinkHead()) {
     ozField *const field = record->field;
-    spentRecords().insert(record);
+    SpentRecords.insert(record);
     field->_parent->validateField(field->_id);
   }
 }
 
 static void freeRecords(ozDirtyFieldList &list) {
-  while (ozSLink *record = list.unlinkHead()) delete static_cast<ozDirtyField *>(record);
+  while (ozDirtyField *record = list.unlinkHead()) delete record;
 }
 
 void ozField::freeDirtyFields() {
-  freeRecords(dirtyFields());
-  freeRecords(spentRecords());
+  freeRecords(DirtyFields);
+  freeRecords(SpentRecords);
 }
 
 void ozField::enableDirtyFieldTracking(unsigned char on) {

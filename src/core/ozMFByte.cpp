@@ -3,20 +3,16 @@
 #include "oz/ozMFByte.h"
 
 #include "oz/ozOutput.h"
-#include "oz/ozSFRef.h"
 
-ozType *ozMField::_ClassType = nullptr;
-
-void ozMField::initClass() {
-  ozType *const parent = ozField::getClassType();
-  if (!_ClassType) _ClassType = new ozType(parent, "ozMField");
-}
+OZ_DEFINE_TYPE_POINTER(ozMField, "ozMField", ozField)
 
 void ozMField::setCount(unsigned int n) {
-  if (getType()->isDerivedFrom(ozMFRef::getClassType())) static_cast<ozMFRef *>(this)->releaseFrom(n);
+  releaseFrom(n);
   _array->setCount(n);
   finish<ozMField>([n](ozMField *output) { output->setCount(n); });
 }
+
+void ozMField::releaseFrom(unsigned int) {}
 
 void ozMField::setSize(unsigned int n) {
   _array->setSize(n);
@@ -33,11 +29,7 @@ void ozMFValueInfo<Field, Array>::write(ozOutput *out, ozContainer *container) {
 #define OZ_DEFINE_MULTI_FIELD(Field, Array, Name)                                                                      \
   template class ozMFValueInfo<Field, Array>;                                                                          \
   template class ozMFValue<Field, Field##Info, Array>;                                                                 \
-  ozType *Field::_ClassType = nullptr;                                                                                 \
-  void Field::initClass() {                                                                                            \
-    ozType *const parent = ozMField::getClassType();                                                                   \
-    if (!_ClassType) _ClassType = new ozType(parent, Name);                                                            \
-  }
+  OZ_DEFINE_TYPE_POINTER(Field, Name, ozMField)
 
 OZ_DEFINE_MULTI_FIELD(ozMFByte, ozByteArray, "ozByte")
 OZ_DEFINE_MULTI_FIELD(ozMFUByte, ozUByteArray, "ozUByte")

@@ -22,33 +22,28 @@ void ozMFRefInfo::write(ozOutput *out, ozContainer *container) {
 void ozMFRefInfo::copy(ozContainer *dst, ozContainer *src) {
   ozRefArray &to = member(dst), &from = member(src);
   to.setSize(from.getCount());
+  if (to.getCount() > from.getCount()) to.setCount(from.getCount()); // not fresh, yet the count must not pass the size
   for (unsigned int i = 0; i < from.getCount(); ++i) {
     dst->refer(from[i]);
     to.set(i, from[i]);
   }
 }
 
-ozType *ozMFRef::_ClassType = nullptr;
-
-void ozMFRef::initClass() {
-  ozType *const parent = ozMField::getClassType();
-  if (!_ClassType) _ClassType = new ozType(parent, "ozMFRef");
-}
+OZ_DEFINE_TYPE_POINTER(ozMFRef, "ozMFRef", ozMField)
 
 void ozMFRef::addInfo(ozType *type, char const *name, short id, ozType *refType, char ozContainer::*member) {
   if (ozFieldInfo *info = new ozMFRefInfo(name, id, member, refType)) type->setFieldInfo(id, info);
 }
 
-ozMFRef::ozMFRef(ozContainer *parent, short id) : ozMField(parent, id), _ownArray(0) {
+ozMFRef::ozMFRef(ozContainer *parent, short id) : ozMField(parent, id) {
   _array = static_cast<ozRefArray *>(getStorage());
-  if (!_array) {
-    _array = new ozRefArray;
-    _ownArray = 1;
-  }
+  if (!_array) _array = new ozRefArray;
 }
 
 ozMFRef::~ozMFRef() {
-  if (_ownArray) delete &array();
+  if (getStorage()) return; // the container releases it
+  releaseFrom(0);
+  delete &array();
 }
 
 void ozMFRef::copy(ozField *source) {
@@ -80,8 +75,6 @@ void ozMFRef::releaseFrom(unsigned int n) {
 void ozMFRef::clearUpTo(unsigned int was) {
   for (unsigned int i = array().getCount(); i < was; ++i) array().getArray()[i] = nullptr;
 }
-
-void ozMFRef::setCount(unsigned int n) { ozMField::setCount(n); }
 
 void ozMFRef::set(ozRefArray const &values) {
   for (unsigned int i = 0; i < values.getCount(); ++i)

@@ -64,18 +64,18 @@ void ozContainer::write(ozOutput *out) { writeFields(out, nullptr, getFieldInfoC
 
 void ozContainer::writeFields(ozOutput *out, short const *ids, int count) {
   cleanFields();
-  if (writeHeader(out)) return;
-  if (out->begin(this)) {
-    for (int i = 0; i < count; ++i) {
+  bool const first = out->begin(this);
+  if (!writeHeader(out)) {
+    for (int i = 0; first && i < count; ++i) {
       ozFieldInfo *const info = getFieldInfo(ids ? ids[i] : static_cast<short>(i));
       if (info->getOffset()) info->write(out, this);
     }
-    out->end(this);
+    out->popIndent();
+    out->indent();
+    fputs("}", out->getFile());
+    fflush(out->getFile());
   }
-  out->popIndent();
-  out->indent();
-  fputs("}", out->getFile());
-  fflush(out->getFile());
+  if (first) out->end(this);
 }
 
 int ozContainer::writeHeader(ozOutput *out) {

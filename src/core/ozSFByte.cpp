@@ -40,11 +40,7 @@ void ozSFEnumInfo::write(ozOutput *out, ozContainer *container) {
 #define OZ_DEFINE_SINGLE_FIELD(Field, T, Name)                                                                         \
   template class ozSFValueInfo<Field, T>;                                                                              \
   template class ozSFValue<Field, Field##Info, T>;                                                                     \
-  ozType *Field::_ClassType = nullptr;                                                                                 \
-  void Field::initClass() {                                                                                            \
-    ozType *const parent = ozField::getClassType();                                                                    \
-    if (!_ClassType) _ClassType = new ozType(parent, Name);                                                            \
-  }
+  OZ_DEFINE_TYPE_POINTER(Field, Name, ozField)
 
 OZ_DEFINE_SINGLE_FIELD(ozSFByte, signed char, "ozByte")
 OZ_DEFINE_SINGLE_FIELD(ozSFUByte, unsigned char, "ozUByte")

@@ -31,12 +31,7 @@ void ozSFRefInfo::copy(ozContainer *dst, ozContainer *src) {
   dst->refer(member(dst));
 }
 
-ozType *ozSFRef::_ClassType = nullptr;
-
-void ozSFRef::initClass() {
-  ozType *const parent = ozField::getClassType();
-  if (!_ClassType) _ClassType = new ozType(parent, "ozSFRef");
-}
+OZ_DEFINE_TYPE_POINTER(ozSFRef, "ozSFRef", ozField)
 
 void ozSFRef::addInfo(ozType *type, char const *name, short id, ozType *refType, char ozContainer::*member) {
   if (ozFieldInfo *info = new ozSFRefInfo(name, id, member, refType)) type->setFieldInfo(id, info);
@@ -48,7 +43,9 @@ ozSFRef::ozSFRef(ozContainer *parent, short id)
 }
 
 ozSFRef::~ozSFRef() {
-  if (!getStorage()) delete _value;
+  if (getStorage()) return; // the container releases it
+  getParent()->unrefer(*_value);
+  delete _value;
 }
 
 void ozSFRef::copy(ozField *source) {

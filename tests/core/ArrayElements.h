@@ -95,7 +95,8 @@ private:
 };
 
 /// What write puts on a stream, behind so many indentations.
-template <class Value> std::string textOf(Value const &value, int indentation = 0) {
+template <class Value, class = std::enable_if_t<!std::is_pointer<Value>::value>>
+std::string textOf(Value const &value, int indentation = 0) {
   char *text = nullptr;
   size_t size = 0;
   FILE *file = open_memstream(&text, &size);
