@@ -95,23 +95,18 @@ void ozContainer::initFieldDefaults(ozType *level) {
     if (level->getFieldInfo(id)->getOffset()) level->getFieldInfo(id)->reset(this);
 }
 
-// Taken out ahead of the release, lest a graph that closes on itself releases it again.
-static ozContainer *take(ozContainer *&member) {
-  ozContainer *const held = member;
-  member = nullptr;
-  return held;
-}
-
 void ozContainer::destroyFieldContents(ozType *level) {
   ozField::cleanFields();
   for (int id = level->getAncestorFieldCount(); id < level->getFieldInfoCount(); ++id) {
     ozFieldInfo *const info = level->getFieldInfo(id);
     if (!info->getOffset()) continue; // the field object owns its value
     if (info->getFieldType()->isDerivedFrom(ozSFRef::getClassType())) {
-      unrefer(take(static_cast<ozSFRefInfo *>(info)->member(this)));
+      ozContainer *&member = static_cast<ozSFRefInfo *>(info)->member(this);
+      unrefer(member);
+      member = nullptr;
     } else if (info->getFieldType()->isDerivedFrom(ozMFRef::getClassType())) {
       ozRefArray &members = static_cast<ozMFRefInfo *>(info)->member(this);
-      for (unsigned int i = 0; i < members.getCount(); ++i) unrefer(take(members.getArray()[i]));
+      for (unsigned int i = 0; i < members.getCount(); ++i) unrefer(members[i]);
       members.setCount(0);
     }
   }
