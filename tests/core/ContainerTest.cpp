@@ -514,6 +514,26 @@ TEST_F(ContainerTest, ParentsMayLeaveWhileTheyAreTold) {
   EXPECT_LE(1, c.getParentCount());
 }
 
+TEST_F(ContainerTest, ParentsThatComeAndGoKeepTheirOrder) {
+  Thing d;
+  Thing *const parents[] = {&a, &b, &d, &a, &d};
+  std::vector<ozContainer *> expected;
+  for (int i = 0; i < 300; ++i) {
+    c.addParent(parents[i % 5]);
+    expected.push_back(parents[i % 5]);
+    if (expected.size() < 4) continue;
+    ozContainer *const gone = expected[i % 3 ? 0 : 2];
+    c.removeParent(gone);
+    for (size_t k = 0; k < expected.size(); ++k)
+      if (expected[k] == gone) {
+        expected.erase(expected.begin() + static_cast<std::ptrdiff_t>(k));
+        break;
+      }
+    ASSERT_EQ(3, c.getParentCount());
+    for (int k = 0; k < 3; ++k) ASSERT_EQ(expected[static_cast<size_t>(k)], c.getParent(k)) << i;
+  }
+}
+
 TEST_F(ContainerTest, ReferOfNullDoesNothing) {
   a.refer(nullptr);
   a.unrefer(nullptr);
