@@ -49,8 +49,8 @@ protected:
   ozArray(unsigned int elementSize, unsigned int size);
   ozArray(unsigned int elementSize, ozData *data, unsigned int offset, unsigned int stride);
 
-  /// Grows in whole steps of the extension until there is room for n elements; never shrinks. Returns whether the caller
-  /// may store there: 0 only where an owned block could not grow.
+  /// Grows in whole steps of the extension until there is room for n elements; never shrinks. Returns whether the
+  /// caller may store there: 0 only where an owned block could not grow.
   unsigned char fit(unsigned int n);
   unsigned char fitSum(unsigned int a, unsigned int b); // fit(a + b), with the sum tested
 
@@ -68,14 +68,10 @@ private:
 };
 
 /// How a value travels as an argument: scalars, pointers and times by value, everything else by constant reference.
-template <class T>
-struct ozPass {
-  typedef std::conditional_t<std::is_scalar<T>::value, T, T const &> Type;
-};
+template <class T> struct ozPass { typedef std::conditional_t<std::is_scalar<T>::value, T, T const &> Type; };
 
 /// The operations of all value arrays, written once. Array is the class itself, T its element.
-template <class Array, class T>
-class OZ_API ozValueArray : public ozArray {
+template <class Array, class T> class OZ_API ozValueArray : public ozArray {
 public:
   typedef T Value;
   typedef typename ozPass<T>::Type Pass;

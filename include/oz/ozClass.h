@@ -22,7 +22,8 @@
 ///     }
 ///
 /// A class with work of its own in the constructor or destructor uses OZ_DEFINE_TYPE and OZ_DEFINE_INSTANCES and writes
-/// these two itself: the constructor calls initFieldDefaults(_ClassType), the destructor destroyFieldContents(_ClassType).
+/// these two itself: the constructor calls initFieldDefaults(_ClassType), the destructor
+/// destroyFieldContents(_ClassType).
 
 /// Declares the run-time type alone: for classes that are no containers.
 #define OZ_OBJECT_CLASS(Class)                                                                                         \

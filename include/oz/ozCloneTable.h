@@ -27,8 +27,8 @@ public:
   /// Takes out the record of a connection; both results are null if there is none.
   void getClonedConnection(ozField *srcFrom, ozField *srcTo, ozField *&cloneFrom, ozField *&cloneTo);
 
-  /// Brackets the copying of one object. While any is open, a copied field is not yet tied to a target outside the copies:
-  /// the target may turn out to be copied too, and then must never have heard of it.
+  /// Brackets the copying of one object. While any is open, a copied field is not yet tied to a target outside the
+  /// copies: the target may turn out to be copied too, and then must never have heard of it.
   class OZ_API Scope {
   public:
     Scope(ozCloneTable *table, ozContainer *src);

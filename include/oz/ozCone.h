@@ -5,8 +5,8 @@
 
 class ozTriStripSet;
 
-/// A cone around the y axis, its apex up. It is drawn and hit as the unit meshes that all cones share, moved and scaled by
-/// the matrix.
+/// A cone around the y axis, its apex up. It is drawn and hit as the unit meshes that all cones share, moved and scaled
+/// by the matrix.
 class OZ_API ozCone : public ozGeometry {
   OZ_CLASS(ozCone);
   OZ_COPYABLE(ozCone)

@@ -9,9 +9,9 @@ class ozData;
 
 /// Base of everything that has fields.
 ///
-/// Two lanes carry changes and are kept apart. Connections between fields mark what is connected and copy on demand, when
-/// somebody reads. Side effects are values that a container derives from its children, such as a bound: a change marks
-/// the derived field, tells the parents once, and the value is computed again at the next read.
+/// Two lanes carry changes and are kept apart. Connections between fields mark what is connected and copy on demand,
+/// when somebody reads. Side effects are values that a container derives from its children, such as a bound: a change
+/// marks the derived field, tells the parents once, and the value is computed again at the next read.
 ///
 /// A container that refers to another through a reference field holds one count on it and stands in its parent list
 /// once for each reference. Parent entries do not count.
@@ -129,20 +129,17 @@ protected:
   void writeFields(ozOutput *out, short const *ids, int count);
 
   /// A getter of a field: brings it up to date, gives the member.
-  template <class T>
-  T const &read(short id, T const &member) {
+  template <class T> T const &read(short id, T const &member) {
     validateField(id);
     return member;
   }
   /// A setter of a field: stores, tells.
-  template <class T, class V>
-  void store(short id, T &member, V const &value) {
+  template <class T, class V> void store(short id, T &member, V const &value) {
     member = value;
     fieldChanged(id);
   }
   /// A setter of a reference field: counts, stores, tells.
-  template <class T, class V>
-  void storeRef(short id, T *&member, V *value) {
+  template <class T, class V> void storeRef(short id, T *&member, V *value) {
     refer(member, value);
     member = value;
     fieldChanged(id);

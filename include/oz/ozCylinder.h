@@ -5,8 +5,8 @@
 
 class ozTriStripSet;
 
-/// A cylinder around the y axis. It is drawn and hit as the unit meshes that all cylinders share, moved and scaled by the
-/// matrix.
+/// A cylinder around the y axis. It is drawn and hit as the unit meshes that all cylinders share, moved and scaled by
+/// the matrix.
 class OZ_API ozCylinder : public ozGeometry {
   OZ_CLASS(ozCylinder);
   OZ_COPYABLE(ozCylinder)

@@ -50,8 +50,8 @@ private:
   void *_nopFunction;
 };
 
-/// Base of an application's own dispatchers: functions are bound to pairs of (dispatcher class, object class) and called
-/// by apply(). The traversals of the library do not use it.
+/// Base of an application's own dispatchers: functions are bound to pairs of (dispatcher class, object class) and
+/// called by apply(). The traversals of the library do not use it.
 class OZ_API ozDispatch : public ozObject {
   OZ_TYPE_POINTER;
 

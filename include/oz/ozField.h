@@ -81,8 +81,7 @@ private:
 };
 
 /// Makes the member pointer that ozFieldInfo takes from one of any type in any container class.
-template <class Container, class Member>
-char ozContainer::*ozMember(Member Container::*member) {
+template <class Container, class Member> char ozContainer::*ozMember(Member Container::*member) {
   return member ? static_cast<char ozContainer::*>(reinterpret_cast<char Container::*>(member)) : nullptr;
 }
 

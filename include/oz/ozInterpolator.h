@@ -6,8 +6,8 @@
 
 /// Base of the engines that map a fraction to a value along a table of keys, as VRML's interpolator nodes do.
 ///
-/// Keys ascend; each stands for one key value (or for one n-th of them, where the value is a list). Between two keys the
-/// value is blended, outside it is that of the nearest end. Without keys nothing is computed.
+/// Keys ascend; each stands for one key value (or for one n-th of them, where the value is a list). Between two keys
+/// the value is blended, outside it is that of the nearest end. Without keys nothing is computed.
 class OZ_API ozInterpolator : public ozEngine {
   OZ_ABSTRACT_CLASS(ozInterpolator);
 

@@ -36,13 +36,13 @@ public:
 
 protected:
   /// Ends an edit: announces it, or repeats it on the outputs.
-  template <class Field, class Edit>
-  void finish(Edit repeat) {
+  template <class Field, class Edit> void finish(Edit repeat) {
     if (getEventClass() != EVENT_FORWARD) {
       fieldChanged();
     } else if (ozFieldArray *outputs = getOutputs()) {
       for (unsigned int i = 0; i < outputs->getCount(); ++i)
-        if (outputs->get(i)->getType()->isDerivedFrom(Field::getClassType())) repeat(static_cast<Field *>(outputs->get(i)));
+        if (outputs->get(i)->getType()->isDerivedFrom(Field::getClassType()))
+          repeat(static_cast<Field *>(outputs->get(i)));
     }
   }
 
@@ -53,8 +53,7 @@ protected:
 };
 
 /// The description of a multi-valued field; its default is the empty array.
-template <class Field, class Array>
-class OZ_API ozMFValueInfo : public ozFieldInfo {
+template <class Field, class Array> class OZ_API ozMFValueInfo : public ozFieldInfo {
 public:
   ozMFValueInfo(char const *name, short id, char ozContainer::*member) : ozFieldInfo(name, id, member) {
     setFieldType(Field::getClassType());
@@ -71,8 +70,7 @@ protected:
 };
 
 /// A multi-valued field.
-template <class Field, class Info, class Array>
-class OZ_API ozMFValue : public ozMField {
+template <class Field, class Info, class Array> class OZ_API ozMFValue : public ozMField {
 public:
   typedef typename Array::Value Value;
   typedef typename Array::Pass Pass;
@@ -89,8 +87,10 @@ public:
   ozType *getType() const override { return Field::getClassType(); }
   void copy(ozField *source) override {
     if (!source || !source->getType()->isDerivedFrom(Field::getClassType())) return;
-    if (source->getDelivers()) askFor(source);
-    else set(static_cast<Field *>(source)->get());
+    if (source->getDelivers())
+      askFor(source);
+    else
+      set(static_cast<Field *>(source)->get());
   }
 
   /// Brings the array up to date and gives it.

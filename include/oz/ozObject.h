@@ -22,9 +22,9 @@ private:                                                                        
 
 /// Base of everything that is reference counted.
 ///
-/// A new object has count 0 and belongs to nobody. Whoever keeps it calls ref(), and unref() when done; the unref() that
-/// finds or leaves the count at 0 deletes the object. Counts may be changed from any thread, all else belongs to one
-/// thread at a time.
+/// A new object has count 0 and belongs to nobody. Whoever keeps it calls ref(), and unref() when done; the unref()
+/// that finds or leaves the count at 0 deletes the object. Counts may be changed from any thread, all else belongs to
+/// one thread at a time.
 class OZ_API ozObject {
   OZ_TYPE_POINTER;
 
@@ -60,7 +60,8 @@ public:
   static void operator delete(void *, void *) noexcept {}
 
 protected:
-  /// The flag word is shared between the class levels; each bit is cleared by the constructor of the level that owns it.
+  /// The flag word is shared between the class levels; each bit is cleared by the constructor of the level that owns
+  /// it.
   enum FlagEnum : unsigned int {
     PARENT_ARRAY_FLAG = 1u << 0, ///< ozContainer: the parent slot holds an array
     CONTAINER_FLAG = 1u << 1,    ///< ozContainer: cleared, carried by copies, free

@@ -10,8 +10,7 @@ public:
 };
 
 /// The operations of ozPtrArray with a pointer type put on them; they share its code.
-template <class Array, class T>
-class ozPtrArrayOf : public ozPtrArray {
+template <class Array, class T> class ozPtrArrayOf : public ozPtrArray {
 public:
   using ozPtrArray::ozPtrArray;
 

@@ -16,14 +16,10 @@
 /// @file
 /// The single-valued fields of value types: one mechanism, and a table of the classes at the end.
 
-template <>
-struct ozPass<ozTime> {
-  typedef ozTime Type;
-};
+template <> struct ozPass<ozTime> { typedef ozTime Type; };
 
 /// The description of a single-valued field: adds the default to ozFieldInfo.
-template <class Field, class T>
-class OZ_API ozSFValueInfo : public ozFieldInfo {
+template <class Field, class T> class OZ_API ozSFValueInfo : public ozFieldInfo {
 public:
   typedef typename ozPass<T>::Type Pass;
 
@@ -37,8 +33,10 @@ public:
   void write(ozOutput *out, ozContainer *container) override;
   unsigned char isDefault(ozContainer *container) override { return member(container) == _default; }
   void copy(ozContainer *dst, ozContainer *src) override {
-    if (isDefault(src)) reset(dst);
-    else member(dst) = member(src);
+    if (isDefault(src))
+      reset(dst);
+    else
+      member(dst) = member(src);
   }
   /// The default.
   virtual T getDefault() { return _default; }
@@ -52,8 +50,7 @@ private:
 };
 
 /// A single-valued field: adds the address of the value to ozField.
-template <class Field, class Info, class T>
-class OZ_API ozSFValue : public ozField {
+template <class Field, class Info, class T> class OZ_API ozSFValue : public ozField {
 public:
   typedef T Value;
   typedef typename ozPass<T>::Type Pass;
@@ -155,8 +152,8 @@ class ozSFEnum;
 /// The description of an enumeration field, which is written by name.
 class OZ_API ozSFEnumInfo : public ozSFValueInfo<ozSFEnum, int> {
 public:
-  using ozSFValueInfo::ozSFValueInfo;
   using ozFieldInfo::write;
+  using ozSFValueInfo::ozSFValueInfo;
   /// A value without a name leaves the line open behind the field's name.
   void write(ozOutput *out, ozContainer *container) override;
 };

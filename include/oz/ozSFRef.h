@@ -57,7 +57,8 @@ public:
   static void addTypeField(ozType *type, char const *name, short id, ozType *refType, Target *Container::*member) {
     addInfo(type, name, id, refType, ozMember(member));
   }
-  static void addTypeField(ozType *type, char const *name, short id, ozType *refType, ozContainer *ozContainer::*member) {
+  static void addTypeField(ozType *type, char const *name, short id, ozType *refType,
+                           ozContainer *ozContainer::*member) {
     addInfo(type, name, id, refType, ozMember(member));
   }
 

@@ -22,7 +22,8 @@ public:
   /// 1 by default.
   OZ_VALUE_ACCESS(float, Radius, 3, _radius)
 
-  /// A new mesh of the unit sphere: an octahedron whose faces are cut into about so many triangles in all, 8 at the least.
+  /// A new mesh of the unit sphere: an octahedron whose faces are cut into about so many triangles in all, 8 at the
+  /// least.
   static ozTriStripSet *makeSphere(int triangles);
 
 protected:

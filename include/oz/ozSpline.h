@@ -4,8 +4,8 @@
 #include "oz/ozEngine.h"
 #include "oz/ozMFByte.h"
 
-/// Turns a fraction and a table of keys into one weight a key: linear between the two keys around the fraction, 0 at all
-/// others. Made for the weights of a morph engine. It computes only while "weight" is connected to something.
+/// Turns a fraction and a table of keys into one weight a key: linear between the two keys around the fraction, 0 at
+/// all others. Made for the weights of a morph engine. It computes only while "weight" is connected to something.
 class OZ_API ozSpline : public ozEngine {
   OZ_CLASS(ozSpline);
 

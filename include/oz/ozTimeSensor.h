@@ -46,8 +46,7 @@ protected:
   void fieldChanged(short id) override;
 
 private:
-  template <class T>
-  T readOutput(short id, T const &member) {
+  template <class T> T readOutput(short id, T const &member) {
     _now.setToTimeOfDay();
     return read(id, member);
   }
@@ -65,9 +64,9 @@ private:
   unsigned char _isActive;
   ozTime _time;
 
-  ozTime _now;           // of the present evaluation
-  ozTime _cycleStart;    // start of the cycle last reported
-  ozTime _savedStart;    // last accepted values
+  ozTime _now;        // of the present evaluation
+  ozTime _cycleStart; // start of the cycle last reported
+  ozTime _savedStart; // last accepted values
   ozTime _savedStop;
   ozTime _savedInterval;
 };

@@ -27,8 +27,10 @@ ozArray::ozArray(unsigned int elementSize, ozData *data, unsigned int offset, un
 }
 
 ozArray::~ozArray() {
-  if (_data) _data->unref();
-  else free(_array);
+  if (_data)
+    _data->unref();
+  else
+    free(_array);
 }
 
 void ozArray::setSize(unsigned int n) { resize(n); }

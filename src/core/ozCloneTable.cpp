@@ -1,6 +1,6 @@
 // A connection is copied by whichever of its ends comes second. Until then the copy of a target hangs on the source's
-// own source field. The copy of a source, however, is tied to the original target only when the whole operation is over:
-// had the target heard of it, the original would follow its own copy.
+// own source field. The copy of a source, however, is tied to the original target only when the whole operation is
+// over: had the target heard of it, the original would follow its own copy.
 
 #include "oz/ozCloneTable.h"
 
@@ -31,7 +31,8 @@ ozCloneTable::~ozCloneTable() {
 }
 
 ozCloneTable::Scope::Scope(ozCloneTable *table, ozContainer *src) : _table(table), _cycle(table->_open.find(src) >= 0) {
-  if (_cycle) fprintf(stderr, "ozContainer: the graph to be copied holds a cycle through a %s\n", src->getType()->getName());
+  if (_cycle)
+    fprintf(stderr, "ozContainer: the graph to be copied holds a cycle through a %s\n", src->getType()->getName());
   _table->_open.append(src);
 }
 

@@ -227,8 +227,10 @@ void ozContainer::validatePending(short id) {
     _sideEffectMask &= ~bit;
   }
   if (_dirtyMask & bit) {
-    if (ozField *const field = findFieldObject(id)) cleanFieldInputs(field);
-    else _dirtyMask &= ~bit; // of an id that field 31, whose narrow bit stands for more, brought along
+    if (ozField *const field = findFieldObject(id))
+      cleanFieldInputs(field);
+    else
+      _dirtyMask &= ~bit; // of an id that field 31, whose narrow bit stands for more, brought along
   }
 }
 

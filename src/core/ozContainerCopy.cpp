@@ -19,8 +19,10 @@ void ozContainer::copy(ozContainer *src) {
 ozContainer *ozContainer::clone(CloneEnum mode, ozCloneTable *table) {
   ozContainer *const copied = instantiate();
   if (!copied) return nullptr;
-  if (mode == CLONE_SHALLOW || mode == CLONE_CHILDREN) copied->copy(this); // with a table of its own: meant so
-  else copied->recursiveCopy(this, table);
+  if (mode == CLONE_SHALLOW || mode == CLONE_CHILDREN)
+    copied->copy(this); // with a table of its own: meant so
+  else
+    copied->recursiveCopy(this, table);
   return copied;
 }
 
@@ -50,8 +52,10 @@ void ozContainer::copyFrame(ozContainer *src, ozCloneTable *table, bool deep) {
     if (info->getOffset() != from->getOffset() || info->getFieldType() != from->getFieldType()) {
       getField(i)->copy(src->getField(i)); // of an unrelated class: its member lies elsewhere
     } else if (info->getOffset()) {        // otherwise the field object owns its value
-      if (deep) copyReferences(info, src, table);
-      else info->copy(this, src);
+      if (deep)
+        copyReferences(info, src, table);
+      else
+        info->copy(this, src);
     }
     if (ozField *const field = src->findFieldObject(i)) getField(i)->copyConnections(field, table);
     fieldChanged(id);

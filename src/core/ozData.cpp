@@ -21,8 +21,8 @@ ozData *ozData::clone() {
 
 void *ozData::operator new(size_t) noexcept { return nullptr; }
 
-// Out of line and behind a barrier: to the optimiser an object has no contents before its constructor runs, and it drops
-// stores that it can see being made into one. No virtual table is there yet for the sanitizer to look at.
+// Out of line and behind a barrier: to the optimiser an object has no contents before its constructor runs, and it
+// drops stores that it can see being made into one. No virtual table is there yet for the sanitizer to look at.
 __attribute__((noinline, no_sanitize("vptr"))) void *ozData::operator new(size_t size, unsigned int extra) noexcept {
   if (extra > static_cast<unsigned int>(INT_MAX)) return nullptr;
   void *const memory = calloc(1, size + extra);

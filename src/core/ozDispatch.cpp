@@ -69,8 +69,7 @@ void ozActionFunTable::apply(ozAction *, ozObject *) {
 }
 
 void ozActionFunTable::flatten() {
-  if (_rowCount && _colCount)
-    flattenAction(static_cast<ozType *>(_rowTypes[0]), static_cast<ozType *>(_colTypes[0]));
+  if (_rowCount && _colCount) flattenAction(static_cast<ozType *>(_rowTypes[0]), static_cast<ozType *>(_colTypes[0]));
   _dirty = 0;
 }
 

@@ -1,5 +1,5 @@
-// The field object and its connections. The invariant: a field's dirty flag and its bit in the container's dirty mask are
-// set and cleared together (but see disconnect), and a dirty field's source holds the newer value.
+// The field object and its connections. The invariant: a field's dirty flag and its bit in the container's dirty mask
+// are set and cleared together (but see disconnect), and a dirty field's source holds the newer value.
 
 #include "oz/ozField.h"
 
@@ -27,8 +27,8 @@ void ozField::initClass() {
 }
 
 ozField::ozField(ozContainer *parent, short id)
-    : _parent(parent), _id(id), _dirty(0), _busy(0), _delivers(0), _eventClass(EVENT_ANY), _source(nullptr), _inputs(nullptr),
-      _outputs(nullptr), _followers(nullptr) {
+    : _parent(parent), _id(id), _dirty(0), _busy(0), _delivers(0), _eventClass(EVENT_ANY), _source(nullptr),
+      _inputs(nullptr), _outputs(nullptr), _followers(nullptr) {
   _parent->addField(this);
 }
 
@@ -46,7 +46,8 @@ ozField::~ozField() {
 
   if (!DirtyFields.isEmpty()) {
     ozDirtyFieldList kept; // comes out in reverse order, and goes back so
-    while (ozDirtyField *record = DirtyFields.unlinkHead()) (record->field == this ? SpentRecords : kept).insert(record);
+    while (ozDirtyField *record = DirtyFields.unlinkHead())
+      (record->field == this ? SpentRecords : kept).insert(record);
     while (ozDirtyField *record = kept.unlinkHead()) DirtyFields.insert(record);
   }
 }
@@ -91,8 +92,10 @@ void ozField::addFollower(ozField *field) {
 
 void ozField::connect(ozField *target) {
   if (_eventClass == EVENT_IN_ONLY || target->_eventClass == EVENT_OUT_ONLY) return;
-  if (!_outputs) _outputs = new ozFieldArray(1);
-  else if (_outputs->find(target) >= 0) return;
+  if (!_outputs)
+    _outputs = new ozFieldArray(1);
+  else if (_outputs->find(target) >= 0)
+    return;
   _outputs->append(target);
   if (!target->_inputs) target->_inputs = new ozFieldArray(1);
   target->_inputs->append(this);
@@ -130,8 +133,10 @@ void ozField::dirtyOutputs() {
 void ozField::recordDirty() {
   if (_dirty) return;
   ozDirtyField *record = SpentRecords.unlinkHead();
-  if (record) record->field = this;
-  else record = new ozDirtyField(this);
+  if (record)
+    record->field = this;
+  else
+    record = new ozDirtyField(this);
   DirtyFields.insert(record);
 }
 

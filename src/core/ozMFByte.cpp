@@ -19,8 +19,7 @@ void ozMField::setSize(unsigned int n) {
   finish<ozMField>([n](ozMField *output) { output->setSize(n); });
 }
 
-template <class Field, class Array>
-void ozMFValueInfo<Field, Array>::write(ozOutput *out, ozContainer *container) {
+template <class Field, class Array> void ozMFValueInfo<Field, Array>::write(ozOutput *out, ozContainer *container) {
   if (preWrite(out, container)) return;
   member(container).write(out);
   fputs("\n", out->getFile());

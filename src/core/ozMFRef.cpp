@@ -88,8 +88,10 @@ void ozMFRef::set(ozRefArray const &values) {
 
 void ozMFRef::set(unsigned int i, ozContainer *c) {
   if (isBadType(c, "ozMFRef::set(int, ozContainer*)")) return;
-  if (i < array().getCount()) getParent()->refer(array()[i], c);
-  else getParent()->refer(c);
+  if (i < array().getCount())
+    getParent()->refer(array()[i], c);
+  else
+    getParent()->refer(c);
   array().set(i, c);
   finish<ozMFRef>([=](ozMFRef *output) { output->set(i, c); });
 }

@@ -9,8 +9,8 @@
 static unsigned int const Buckets = 1021;
 
 ozOutput::ozOutput(FILE *file)
-    : _indent(0), _nextNumber(0), _file(file), _named(new ozDict(Buckets)), _numbered(new ozDict(Buckets)), _ownsFile(0),
-      _open(new ozDict(Buckets)) {}
+    : _indent(0), _nextNumber(0), _file(file), _named(new ozDict(Buckets)), _numbered(new ozDict(Buckets)),
+      _ownsFile(0), _open(new ozDict(Buckets)) {}
 
 ozOutput::ozOutput(char const *path) : ozOutput(fopen(path, "w")) { _ownsFile = 1; }
 
@@ -82,16 +82,20 @@ int ozContainer::writeHeader(ozOutput *out) {
   int number = -1;
   if (getParentCount() > 1) {
     if (out->alreadyWritten(this, number)) {
-      if (_name) fprintf(out->getFile(), "USE %s", _name);
-      else fprintf(out->getFile(), "USE Obj%d", number);
+      if (_name)
+        fprintf(out->getFile(), "USE %s", _name);
+      else
+        fprintf(out->getFile(), "USE Obj%d", number);
       return 1;
     }
     number = out->addInstance(this);
   }
   out->newLine();
   out->indent();
-  if (_name) fprintf(out->getFile(), "DEF %s ", _name);
-  else if (number >= 0) fprintf(out->getFile(), "DEF Obj%d ", number);
+  if (_name)
+    fprintf(out->getFile(), "DEF %s ", _name);
+  else if (number >= 0)
+    fprintf(out->getFile(), "DEF Obj%d ", number);
   fprintf(out->getFile(), "%s {\n", getType()->getName());
   out->pushIndent();
   return 0;

@@ -12,13 +12,9 @@ static void writeValue(ozOutput *out, unsigned int value) { fprintf(out->getFile
 static void writeValue(ozOutput *out, float value) { fprintf(out->getFile(), "%f", static_cast<double>(value)); }
 static void writeValue(ozOutput *out, double value) { fprintf(out->getFile(), "%lf", value); }
 static void writeValue(ozOutput *out, ozTime const &value) { fprintf(out->getFile(), "%lf", value.get()); }
-template <class T>
-static void writeValue(ozOutput *out, T const &value) {
-  const_cast<T &>(value).write(out);
-}
+template <class T> static void writeValue(ozOutput *out, T const &value) { const_cast<T &>(value).write(out); }
 
-template <class Field, class T>
-void ozSFValueInfo<Field, T>::write(ozOutput *out, ozContainer *container) {
+template <class Field, class T> void ozSFValueInfo<Field, T>::write(ozOutput *out, ozContainer *container) {
   if (preWrite(out, container)) return;
   writeValue(out, static_cast<T const &>(member(container)));
   fputs("\n", out->getFile());

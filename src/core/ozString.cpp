@@ -42,6 +42,8 @@ unsigned int ozString::hash(char const *text) {
 }
 
 void ozString::write(ozOutput *out) const {
-  if (_text) fprintf(out->getFile(), "\"%s\"", _text);
-  else fputs("(null)", out->getFile());
+  if (_text)
+    fprintf(out->getFile(), "\"%s\"", _text);
+  else
+    fputs("(null)", out->getFile());
 }

@@ -23,9 +23,12 @@ ozType::ozType(ozType *ancestor, char const *name)
 
   // By name: this may be the type of ozDispatch itself, which is not published yet.
   bool dispatcher = false;
-  for (ozType *type = this; type && !dispatcher; type = type->_ancestor) dispatcher = !strcmp(type->_name, "ozDispatch");
-  if (dispatcher) ozDispatch::registerAsDispatch(this);
-  else ozDispatch::registerAsObject(this);
+  for (ozType *type = this; type && !dispatcher; type = type->_ancestor)
+    dispatcher = !strcmp(type->_name, "ozDispatch");
+  if (dispatcher)
+    ozDispatch::registerAsDispatch(this);
+  else
+    ozDispatch::registerAsObject(this);
 
   if (_ancestor) {
     _ancestorFieldCount = _ancestor->getFieldInfoCount();

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
 #include "oz/ozEngine.h"
-#include "oz/ozTimeSensor.h"
 #include "oz/ozMFByte.h"
 #include "oz/ozSFByte.h"
+#include "oz/ozTimeSensor.h"
 
 namespace {
 

@@ -368,7 +368,9 @@ TEST_F(CopyTest, ManyConnectionsBetweenChildrenAllEndBetweenTheCopies) {
       ASSERT_EQ(4u, child->getField(Thing::DERIVED)->getInputs()->getCount());
       for (unsigned int k = 0; k < 4; ++k) {
         EXPECT_EQ(graph, static_cast<Thing *>(child->number()->getOutputs()->get(k)->getParent())->getParent(0));
-        EXPECT_EQ(graph, static_cast<Thing *>(child->getField(Thing::DERIVED)->getInputs()->get(k)->getParent())->getParent(0));
+        EXPECT_EQ(
+            graph,
+            static_cast<Thing *>(child->getField(Thing::DERIVED)->getInputs()->get(k)->getParent())->getParent(0));
       }
     }
   copy->unref();

@@ -84,7 +84,9 @@ public:
 
   Field *value() { return static_cast<Field *>(getField(VALUE)); }
   Field *alone() { return static_cast<Field *>(getField(ALONE)); }
-  ozSFValueInfo<Field, T> *info() { return static_cast<ozSFValueInfo<Field, T> *>(getClassType()->getFieldInfo(VALUE)); }
+  ozSFValueInfo<Field, T> *info() {
+    return static_cast<ozSFValueInfo<Field, T> *>(getClassType()->getFieldInfo(VALUE));
+  }
 
   T member;
   std::vector<short> changes;
@@ -235,8 +237,7 @@ TYPED_TEST(SingleField, AFieldThatOwnsItsValueTakesPartInConnections) {
 
 // ---- NaN
 
-template <class Field>
-void expectNeverDefault(typename Field::Value const &nan) {
+template <class Field> void expectNeverDefault(typename Field::Value const &nan) {
   Holder<Field> holder;
   holder.member = nan;
   EXPECT_FALSE(holder.value()->isDefault());
@@ -462,9 +463,9 @@ public:
   Wide();
 };
 OZ_DEFINE_CLASS(Wide, "Wide", ozContainer) {
-  static char const *const names[] = {"f0",  "f1",  "f2",  "f3",  "f4",  "f5",  "f6",  "f7",  "f8",  "f9",  "f10", "f11",
-                                      "f12", "f13", "f14", "f15", "f16", "f17", "f18", "f19", "f20", "f21", "f22", "f23",
-                                      "f24", "f25", "f26", "f27", "f28", "f29", "f30", "f31"};
+  static char const *const names[] = {"f0",  "f1",  "f2",  "f3",  "f4",  "f5",  "f6",  "f7",  "f8",  "f9",  "f10",
+                                      "f11", "f12", "f13", "f14", "f15", "f16", "f17", "f18", "f19", "f20", "f21",
+                                      "f22", "f23", "f24", "f25", "f26", "f27", "f28", "f29", "f30", "f31"};
   for (short id = 0; id < 32; ++id) ozSFInt::addTypeField(type, names[id], id, id, nullptr);
 }
 

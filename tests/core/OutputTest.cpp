@@ -13,8 +13,7 @@
 namespace {
 
 /// What a call writes through an ozOutput.
-template <class Call>
-std::string written(Call call) {
+template <class Call> std::string written(Call call) {
   char *text = nullptr;
   size_t size = 0;
   FILE *const file = open_memstream(&text, &size);
@@ -245,7 +244,8 @@ TEST(Written, OneOutputRemembersAcrossObjects) {
   Thing *const shared = new Thing;
   a.setOther(shared);
   b.setOther(shared);
-  EXPECT_EQ("\nThing {\n  other \n  DEF Obj0 Thing {\n  }\n}\nThing {\n  other USE Obj0\n}", written([&](ozOutput &out) {
+  EXPECT_EQ("\nThing {\n  other \n  DEF Obj0 Thing {\n  }\n}\nThing {\n  other USE Obj0\n}",
+            written([&](ozOutput &out) {
               static_cast<ozObject &>(a).write(&out);
               static_cast<ozObject &>(b).write(&out);
             }));

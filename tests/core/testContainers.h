@@ -44,10 +44,10 @@ public:
   using ozContainer::unrefer;
 
   static int Alive;
-  std::vector<short> changes;                                  // ids that fieldChanged was called with
-  std::vector<std::pair<ozContainer *, short>> childChanges;   // what childChanged was called with
-  int cleanings = 0;                                           // calls of cleanSideEffect
-  bool stubborn = false;                                       // does not let its inputs be cleaned
+  std::vector<short> changes;                                // ids that fieldChanged was called with
+  std::vector<std::pair<ozContainer *, short>> childChanges; // what childChanged was called with
+  int cleanings = 0;                                         // calls of cleanSideEffect
+  bool stubborn = false;                                     // does not let its inputs be cleaned
 
   int _number;
   float _value;

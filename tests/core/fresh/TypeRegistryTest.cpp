@@ -36,14 +36,14 @@ TEST(TypeRegistry, InitClassesRegistersEveryListedClassAndASecondCallReturnsAtOn
   int const count = ozType::getNumTypes();
   ozObject::initClasses();
   EXPECT_EQ(count, ozType::getNumTypes());
-  for (char const *name : {"Object", "Data", "Container", "Context", "ozField", "ozMField", "ozSFRef", "ozMFRef", "Image",
-                           "Texture", "TexGen", "Material", "Appearance", "Camera", "OrthoCamera", "PerspCamera",
-                           "ozAction", "ozDrawAction", "IsectAction", "Hit"})
+  for (char const *name :
+       {"Object",      "Data",        "Container", "Context",      "ozField",     "ozMField",   "ozSFRef",
+        "ozMFRef",     "Image",       "Texture",   "TexGen",       "Material",    "Appearance", "Camera",
+        "OrthoCamera", "PerspCamera", "ozAction",  "ozDrawAction", "IsectAction", "Hit"})
     EXPECT_NE(nullptr, ozType::getType(name)) << name;
 }
 
-template <class Single, class Multi>
-void expectShared(char const *name) {
+template <class Single, class Multi> void expectShared(char const *name) {
   EXPECT_EQ(Multi::getClassType(), ozType::getType(name)) << name << ": the multi-valued class registers later";
   EXPECT_NE(Single::getClassType(), Multi::getClassType());
   EXPECT_STREQ(name, Single::getClassType()->getName());
@@ -52,8 +52,7 @@ void expectShared(char const *name) {
   EXPECT_EQ(ozMField::getClassType(), Multi::getClassType()->getAncestor());
 }
 
-template <class Single>
-void expectOwn(char const *name) {
+template <class Single> void expectOwn(char const *name) {
   EXPECT_EQ(Single::getClassType(), ozType::getType(name)) << name;
   EXPECT_EQ(ozField::getClassType(), Single::getClassType()->getAncestor());
 }
