@@ -50,7 +50,7 @@ public:
   /// What is left above the next lower multiple of m: never negative for a positive m.
   ozTime operator%(ozTime const &m) const;
 
-  /// The time as text. In the specification string, %D %H %M %S %I %U stand for the total days, hours, minutes,
+  /// The time as text. In the pattern, %D %H %M %S %I %U stand for the total days, hours, minutes,
   /// seconds, milliseconds, microseconds, with a sign; %h %m %s %i %u for the hour of the day, the minute of the hour,
   /// the second of the minute, the millisecond and the microsecond of the second; %% for "%". The result ends once it
   /// is longer than 192 characters.

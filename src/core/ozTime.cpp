@@ -52,7 +52,7 @@ ozTime ozTime::getTimeOfDay() {
 
 ozTime ozTime::operator%(ozTime const &m) const { return ozTime(_value - m._value * floor(_value / m._value)); }
 
-ozString ozTime::format(char const *spec) const {
+ozString ozTime::format(char const *pattern) const {
   const int mark = 192;
   char text[mark + 64]; // one item may pass the mark; the longest is a sign and a long
   char *out = text;
@@ -61,13 +61,13 @@ ozString ozTime::format(char const *spec) const {
   auto total = [&](long value) { return sprintf(out, "%s%ld", sign, value); };
 
   // The mark is tested after each item, so that an item may pass it.
-  for (text[0] = 0; spec && *spec && out - text <= mark; ++spec) {
-    if (*spec != '%') {
-      *out++ = *spec;
+  for (text[0] = 0; pattern && *pattern && out - text <= mark; ++pattern) {
+    if (*pattern != '%') {
+      *out++ = *pattern;
       continue;
     }
-    if (!*++spec) break;
-    switch (*spec) {
+    if (!*++pattern) break;
+    switch (*pattern) {
     case '%':
       *out++ = '%';
       break;
@@ -106,7 +106,7 @@ ozString ozTime::format(char const *spec) const {
       break;
     default:
       *out++ = '%';
-      *out++ = *spec;
+      *out++ = *pattern;
     }
   }
   *out = 0;

@@ -9,8 +9,8 @@
 
 namespace {
 
-std::string format(double seconds, char const *spec) {
-  ozString text = ozTime(seconds).format(spec);
+std::string format(double seconds, char const *pattern) {
+  ozString text = ozTime(seconds).format(pattern);
   return text.getString() ? text.getString() : "(null)";
 }
 
@@ -206,8 +206,8 @@ TEST(TimeFormat, OneItemMayPassTheMark) {
 TEST(TimeFormat, OfInfinitiesAndNaNEnds) {
   const double worst[] = {INFINITY, -INFINITY, NAN, -NAN, 1e300, -1e300, 9.3e18, -9.3e12};
   for (double t : worst) {
-    std::string spec = std::string(170, 'x') + "%D%H%M%S%I%U%h%m%s%i%u%D%H%M%S%I%U%h%m%s%i%u";
-    std::string text = format(t, spec.c_str());
+    std::string pattern = std::string(170, 'x') + "%D%H%M%S%I%U%h%m%s%i%u%D%H%M%S%I%U%h%m%s%i%u";
+    std::string text = format(t, pattern.c_str());
     EXPECT_LE(text.size(), 192u + 21u) << t;
     EXPECT_EQ(std::string(170, 'x'), text.substr(0, 170)) << t;
   }
