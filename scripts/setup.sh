@@ -8,6 +8,7 @@ packages=(
   libgl-dev libglu1-mesa-dev libegl-dev freeglut3-dev libx11-dev # OpenGL, GLU, EGL, the window toolkit
   libgl1-mesa-dri libegl-mesa0 libglx-mesa0                      # their drivers, which the above do not ask for
   libpng-dev libjpeg62-turbo-dev                                 # pictures
+  libsndfile1-dev libopenal-dev                                  # sounds
   libgtest-dev libgmock-dev xvfb                                 # tests
 )
 

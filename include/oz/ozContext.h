@@ -11,6 +11,7 @@
 class ozAppearance;
 class ozFog;
 class ozOverrideGeoProp;
+class ozPtrArray;
 class ozRenderContext;
 class ozWindow;
 
@@ -288,6 +289,10 @@ public:
   void setTextureObjectClean(int clean) { _textureObjectClean = clean; }
   /// @}
 
+  /// Makes a player for each port of the installed audio output (see ozAudioOutput) that can be opened; those that
+  /// cannot cost a line on the standard error stream each. The first sound calls it.
+  static void initSound();
+
   /// @name For destructors
   /// Every context forgets the object, so that a new one at the same address is never taken for it.
   /// @{
@@ -297,7 +302,19 @@ public:
   static void forget(ozAppearance *appearance);
   /// @}
 
+protected:
+  /// @name Sound
+  /// Of the whole process; never destroyed, since sounds may die while it exits.
+  /// @{
+  static unsigned char SoundInitialized; ///< initSound() has run
+  static ozPtrArray &SoundsArray;        ///< the ozSound objects to play, each once
+  static ozPtrArray &SoundPlayersArray;  ///< ozSoundPlayer objects, with a reference each
+  /// @}
+
 private:
+  friend class ozAudioOutput; // these three keep the lists of sound
+  friend class ozSound;
+  friend class ozSoundAction;
   friend class ozGeometry;      // turns whichSetState while it draws, and reads the default state
   friend struct ozContextProbe; // the tests' way in
 
@@ -305,6 +322,7 @@ private:
   static Tables &tables();
 
   void init(HDC device);
+  static void dropSoundPlayers();
   template <class Visit> static void forEachContext(Visit visit);
   template <class T> static void forgetMember(T *_ozGfx::*member, T *object);
   bool isThreadsCurrent() const;

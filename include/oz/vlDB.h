@@ -61,6 +61,7 @@ private:
   static void adaptAppearance(ozContainer *obj);
   static void adaptIndexedFaceSet(ozContainer *obj);
   static void adaptInline(ozContainer *obj);
+  static void adaptAudioClip(ozContainer *obj);
 
   friend struct vlNodeClass;
 

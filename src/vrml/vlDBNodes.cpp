@@ -34,6 +34,7 @@ vlNodeClass const vlNodeClass::Table[] = {
     {"SphereSensor", make<ozSphereSensor>, nullptr},
     {"PlaneSensor", make<ozPlaneSensor>, nullptr},
     {"Appearance", make<ozAppearance>, vlDB::adaptAppearance},
+    {"AudioClip", make<ozAudioClip>, vlDB::adaptAudioClip},
     {"Billboard", make<ozBillboard>, nullptr},
     {"Box", make<ozBox>, nullptr},
     {"Collision", make<ozCollision>, nullptr},
@@ -56,6 +57,7 @@ vlNodeClass const vlNodeClass::Table[] = {
     {"PositionInterpolator", make<ozPositionInterpolator>, nullptr},
     {"ScalarInterpolator", make<ozScalarInterpolator>, nullptr},
     {"Shape", make<ozShape>, vlDB::adaptShape},
+    {"Sound", make<ozSound>, nullptr},
     {"Sphere", make<ozSphere>, nullptr},
     {"Switch", make<ozSwitch>, nullptr},
     {"TextureCoordinate", make<ozTexCoordSet2f>, nullptr},
@@ -183,4 +185,14 @@ void vlDB::adaptInline(ozContainer *obj) {
   ozInline *const node = static_cast<ozInline *>(obj);
   node->addChild(static_cast<ozNode *>(sub));
   node->setWhichChild(0);
+}
+
+// The samples are loaded at once. A clip without a url gets none.
+void vlDB::adaptAudioClip(ozContainer *obj) {
+  ozAudioClip *const clip = static_cast<ozAudioClip *>(obj);
+  if (clip->url()->getCount() == 0) return;
+  ozAudioSamples *const samples = new ozAudioSamples;
+  samples->setFileName(clip->url()->get(0));
+  samples->load();
+  clip->setSamples(samples);
 }

@@ -1,0 +1,3 @@
+#include "oz/ozAudio.h"
+
+OZ_DEFINE_CLASS(ozAudio, "Audio", ozContainer) {}
