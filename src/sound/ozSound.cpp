@@ -101,6 +101,7 @@ int ozSound::sound(char *buffer, int frames, float pitch, float intensity, int c
   if (output && mix.canRead()) {
     if (channels < 1 || !(pitch > 0) || isinf(pitch)) return 0;
     mix.place = static_cast<float>(_place) == _currentFrame ? _place : static_cast<double>(_currentFrame);
+    if (mix.place < 0) mix.place = 0;
     mix.pitch = static_cast<double>(pitch);
     mix.intensity = intensity;
     mix.loop = _source->getLoop() != 0;
