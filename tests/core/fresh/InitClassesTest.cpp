@@ -22,8 +22,15 @@ TEST_F(InitClasses, VectorNamesFindTheMultiValuedClasses) {
   EXPECT_EQ(ozMFVec3f::getClassType(), ozType::getType("ozVec3f"));
   EXPECT_STREQ("ozVec3f", ozSFVec3f::getClassType()->getName());
   EXPECT_EQ(ozMFFloat::getClassType(), ozType::getType("ozFloat"));
-  EXPECT_EQ(ozMFString::getClassType(), ozType::getType("ozString"));
+  EXPECT_EQ(ozMFShort::getClassType(), ozType::getType("ozShort"));
   EXPECT_EQ(ozMFRotation::getClassType(), ozType::getType("ozRotation"));
+}
+
+// The sound player, ahead of the fields, pulls in the audio clip. Its "url" registers the multi-valued class first; the
+// texts and flags behind that then take the name over.
+TEST_F(InitClasses, TextsAndFlagsFindTheSingleValuedClassesThatTheAudioClipTouchesLater) {
+  EXPECT_EQ(ozSFString::getClassType(), ozType::getType("ozString"));
+  EXPECT_EQ(ozSFUByte::getClassType(), ozType::getType("ozUByte"));
 }
 
 // The listed order of all classes that are no fields, by registered name.

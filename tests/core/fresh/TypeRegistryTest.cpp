@@ -44,7 +44,11 @@ TEST(TypeRegistry, InitClassesRegistersEveryListedClassAndASecondCallReturnsAtOn
 }
 
 template <class Single, class Multi> void expectShared(char const *name) {
-  EXPECT_EQ(Multi::getClassType(), ozType::getType(name)) << name << ": the multi-valued class registers later";
+  ozType *const found = ozType::getType(name);
+  ozType *const later = Single::getClassType()->getObjectID() > Multi::getClassType()->getObjectID()
+                            ? Single::getClassType()
+                            : Multi::getClassType();
+  EXPECT_EQ(later, found) << name << ": the class that registers later holds it";
   EXPECT_NE(Single::getClassType(), Multi::getClassType());
   EXPECT_STREQ(name, Single::getClassType()->getName());
   EXPECT_STREQ(name, Multi::getClassType()->getName());
@@ -58,7 +62,7 @@ template <class Single> void expectOwn(char const *name) {
 }
 
 // Fields were touched above out of the listed order; both classes of a pair stay alive and correct all the same.
-TEST(TypeRegistry, ThePairsOfFieldClassesShareANameAndTheMultiValuedOneHoldsIt) {
+TEST(TypeRegistry, ThePairsOfFieldClassesShareANameAndTheLaterOneHoldsIt) {
   expectShared<ozSFByte, ozMFByte>("ozByte");
   expectShared<ozSFUByte, ozMFUByte>("ozUByte");
   expectShared<ozSFShort, ozMFShort>("ozShort");
