@@ -159,8 +159,9 @@ TEST_F(SoundActionTest, AStrangerTakesTheLastUnusedPlayer) {
 TEST_F(SoundActionTest, SaysWhenNoPlayerIsLeft) {
   install();
   // One player twice: the second sound finds it in use.
-  SoundLists::SoundPlayersArray.getArray()[1] = SoundLists::SoundPlayersArray[0];
   SoundLists::player(0)->ref();
+  SoundLists::player(1)->unref();
+  SoundLists::SoundPlayersArray.set(1, SoundLists::player(0));
   Held<ozSound> a(waiting(makeSound(steady(1)))), b(waiting(makeSound(steady(2))));
   EXPECT_EQ("Error, No more Sound Players\n", stderrOf([&] { EXPECT_EQ(TRAV_CONT, action.apply(nullptr)); }));
   EXPECT_TRUE(SoundLists::isWaiting(a));
