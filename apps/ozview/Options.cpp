@@ -29,6 +29,7 @@ enum LongOption {
   TIME,
   VIEW,
   BACKGROUND,
+  AUDIO,
   INFO,
   JSON,
   WRITE,
@@ -41,6 +42,7 @@ option const longOptions[] = {
     {"time", required_argument, nullptr, TIME},
     {"view", required_argument, nullptr, VIEW},
     {"background", required_argument, nullptr, BACKGROUND},
+    {"audio", no_argument, nullptr, AUDIO},
     {"info", no_argument, nullptr, INFO},
     {"json", no_argument, nullptr, JSON},
     {"write", optional_argument, nullptr, WRITE},
@@ -112,6 +114,9 @@ Options::Verdict Options::parse(int argc, char **argv, std::string &fault) {
     case BACKGROUND:
       if (!readBackground(optarg)) return bad("--background takes R,G,B, each from 0 to 1, not", optarg);
       break;
+    case AUDIO:
+      audio = true;
+      break;
     case INFO:
       info = true;
       break;
@@ -144,6 +149,8 @@ Options::Verdict Options::parse(int argc, char **argv, std::string &fault) {
     fault = "no FILE is given";
   else if (json && !info)
     fault = "--json goes with --info";
+  else if (audio && isBatch())
+    fault = "--audio goes with the window";
   return fault.empty() ? RUN : WRONG;
 }
 
@@ -167,6 +174,7 @@ char const *Options::usage() {
          "      --view AZIMUTH,ELEVATION  from where, in degrees: 0,0 looks along -Z, a positive azimuth from further\n"
          "                                to the right, a positive elevation from above; 30,20\n"
          "      --background R,G,B        each from 0 to 1; 0.16,0.18,0.22\n"
+         "      --audio                   let the sounds of the scene be heard, in the window\n"
          "\n"
          "  -h, --help                    print this and end\n"
          "      --version                 print the version of the library and end\n"

@@ -26,6 +26,7 @@ struct Options {
   float azimuth = 30, elevation = 20;          ///< degrees; see Navigation
   float background[3] = {0.16f, 0.18f, 0.22f}; ///< red, green, blue from 0 to 1
 
+  bool audio = false; ///< the scene is heard
   bool info = false, json = false;
   bool write = false;
   std::string writeTo; ///< empty for the standard output stream

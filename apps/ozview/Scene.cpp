@@ -81,6 +81,7 @@ bool Scene::add(std::string const &file, std::string &reason) {
     if (auto *const clock = as<ozTimeSensor>(container)) _clocks.push_back({clock, ozTime(0.0), false});
     if (auto *const sensor = as<ozPickSensor>(container)) _sensors.push_back(sensor);
     if (as<ozLight>(container)) _hasLights = true;
+    if (auto *const clip = as<ozAudioClip>(container)) _clips.push_back(clip);
     if (auto *const material = as<ozMaterial>(container)) _materials.push_back(material);
   }
   return true;
@@ -115,6 +116,16 @@ bool Scene::isRunning() const {
     bool const stopped = stop > start && now >= stop;
     bool const over = !sensor->getLoop() && now >= start + sensor->getCycleInterval();
     if (sensor->getIsActive() || !(stopped || over)) return true;
+  }
+  return false;
+}
+
+bool Scene::isSounding() const {
+  ozTime const now = ozTime::getTimeOfDay();
+  for (ozAudioClip *clip : _clips) {
+    if (!clip->getSamples()) continue;
+    ozTime const start = clip->getStartTime(), stop = clip->getStopTime();
+    if (start > now || clip->getLoop() || (stop > start ? stop > now : !clip->playedOut)) return true;
   }
   return false;
 }

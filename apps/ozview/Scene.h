@@ -35,6 +35,8 @@ public:
   void wakeClocks();
   /// Whether a clock runs or waits for its start.
   bool isRunning() const;
+  /// Whether a clip sounds, or will of itself.
+  bool isSounding() const;
 
   bool isPaused() const { return _pausedAt > 0; }
   /// Stops the clocks, or lets them go on from where they stopped.
@@ -61,6 +63,7 @@ private:
   std::vector<Clock> _clocks;
   std::vector<ozPickSensor *> _sensors;
   std::vector<ozMaterial *> _materials;
+  std::vector<ozAudioClip *> _clips;
   bool _hasLights;
   double _pausedAt;
 };

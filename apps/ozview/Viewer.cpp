@@ -1,11 +1,12 @@
 // The window: turns input into navigation, and draws a frame whenever there is reason to. A frame goes in this order:
-// sensors, navigation and keys, clocks, drawing, title.
+// sensors, navigation and keys, clocks, drawing, title, sound.
 
 #include "Viewer.h"
 #include "FrameMeter.h"
 #include "Options.h"
 #include "Scene.h"
 #include "Snapshot.h"
+#include "Speaker.h"
 #include "Stage.h"
 #include <GL/freeglut.h>
 #include <cmath>
@@ -23,7 +24,7 @@ std::string titleOf(std::vector<std::string> const &files) {
 
 class Viewer {
 public:
-  Viewer(Scene &scene, Options const &options);
+  Viewer(Scene &scene, Speaker &speaker, Options const &options);
   ~Viewer() { delete _context; }
 
 private:
@@ -43,6 +44,7 @@ private:
   float aspect() const { return static_cast<float>(_width) / static_cast<float>(_height); }
 
   Scene &_scene;
+  Speaker &_speaker;
   Options const &_options;
   ozWindow *_window; // null once it is closed or about to be
   ozContext *_context;
@@ -68,8 +70,8 @@ ozWindow *openWindow(Options const &options, std::string const &name) {
   return new ozWindow(name.c_str());
 }
 
-Viewer::Viewer(Scene &scene, Options const &options)
-    : _scene(scene), _options(options), _window(openWindow(options, titleOf(options.files))),
+Viewer::Viewer(Scene &scene, Speaker &speaker, Options const &options)
+    : _scene(scene), _speaker(speaker), _options(options), _window(openWindow(options, titleOf(options.files))),
       _context(_window->getThisWindowContext()), _stage(scene, options.background),
       _navigation(options.azimuth, options.elevation), _name(titleOf(options.files)), _width(options.width),
       _height(options.height) {
@@ -99,7 +101,12 @@ int Viewer::frame() {
     updateTitle();
   }
   _runsOn = !_scene.isPaused() && _scene.isRunning();
-  return !_runsOn;
+  bool const sounds = _speaker.isOpen() && !_scene.isPaused() && _scene.isSounding();
+  if (sounds) {
+    _speaker.play(_stage.root(), _stage.camera());
+    if (!_isDue) usleep(20000); // nothing to see, but the players must not run dry
+  }
+  return !(_runsOn || sounds);
 }
 
 void Viewer::handle(ozEvent const &event) {
@@ -255,8 +262,8 @@ void Viewer::updateTitle() {
 
 } // namespace
 
-void runViewer(Scene &scene, Options const &options) {
-  Viewer viewer(scene, options);
+void runViewer(Scene &scene, Speaker &speaker, Options const &options) {
+  Viewer viewer(scene, speaker, options);
   ozWindow::mainLoop();
 }
 

@@ -4,6 +4,7 @@
 #include "Report.h"
 #include "Scene.h"
 #include "Snapshot.h"
+#include "Speaker.h"
 #include "Viewer.h"
 #include <cerrno>
 #include <cstring>
@@ -46,8 +47,8 @@ std::string pictureName(std::string const &model) {
   return (dot ? name.substr(0, dot) : name) + ".png";
 }
 
-int show(Scene &scene, Options const &options) {
-  if (ozWindow::checkDisplay()) return runViewer(scene, options), GOOD;
+int show(Scene &scene, Speaker &speaker, Options const &options) {
+  if (ozWindow::checkDisplay()) return runViewer(scene, speaker, options), GOOD;
   std::string const file = pictureName(options.files.front());
   int const status = draw(scene, options, file);
   if (status == GOOD) printf("There is no display: the picture is in %s\n", file.c_str());
@@ -72,12 +73,14 @@ int main(int argc, char **argv) {
     break;
   }
 
+  Speaker speaker;
+  if (options.audio && !speaker.open()) fputs("ozview: there is no audio device: the sounds stay silent\n", stderr);
   Scene scene;
   int status = GOOD;
   for (std::string const &file : options.files)
     if (!scene.add(file, reason)) status = fail(file, reason);
   if (status != GOOD) return status;
-  if (!options.isBatch()) return show(scene, options);
+  if (!options.isBatch()) return show(scene, speaker, options);
 
   if (options.info) writeReports(scene, options.json, stdout);
   if (options.write) status |= writeGraph(scene, options.writeTo);

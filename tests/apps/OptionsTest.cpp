@@ -83,6 +83,16 @@ TEST(Options, WhatIsWrongIsNamed) {
   EXPECT_EQ(Parsed({"a.wrl", "--output"}).fault, "an argument is missing for \"--output\"");
 }
 
+TEST(Options, AudioIsForTheWindow) {
+  EXPECT_FALSE(Parsed({"a.wrl"}).audio);
+  EXPECT_TRUE(Parsed({"a.wrl", "--audio"}).audio);
+  for (char const *batch : {"--info", "--write", "--output=o.png"}) {
+    Parsed const parsed({"a.wrl", "--audio", batch});
+    EXPECT_EQ(parsed.verdict, Options::WRONG) << batch;
+    EXPECT_EQ(parsed.fault, "--audio goes with the window");
+  }
+}
+
 TEST(Options, JsonWithoutInfoIsWrong) {
   EXPECT_EQ(Parsed({"a.wrl", "--json"}).verdict, Options::WRONG);
   EXPECT_EQ(Parsed({"a.wrl", "--json", "--info"}).verdict, Options::RUN);
