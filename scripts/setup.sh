@@ -9,6 +9,7 @@ packages=(
   libgl1-mesa-dri libegl-mesa0 libglx-mesa0                      # their drivers, which the above do not ask for
   libpng-dev libjpeg62-turbo-dev                                 # pictures
   libsndfile1-dev libopenal-dev                                  # sounds
+  libfreetype-dev libfontconfig-dev fonts-dejavu-core            # screen text
   libgtest-dev libgmock-dev xvfb                                 # tests
 )
 

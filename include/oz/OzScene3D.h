@@ -89,6 +89,7 @@
 #include "oz/ozSFByte.h"
 #include "oz/ozSFRef.h"
 #include "oz/ozSList.h"
+#include "oz/ozScreenAlignedText.h"
 #include "oz/ozSeg.h"
 #include "oz/ozSelectorEng.h"
 #include "oz/ozShape.h"

@@ -3,7 +3,7 @@
 
 #include <math.h>
 
-#include "oz/ozContext.h"
+#include "geometry/ozUseMaterials.h"
 #include "oz/ozGeometry.h"
 #include "oz/ozIsectAction.h"
 #include "oz/ozTriStripSet.h"
@@ -39,13 +39,6 @@
     touchField(0);                                                                                                     \
   }                                                                                                                    \
   OZ_DEFINE_TYPE(Class, Name, ozGeometry)
-
-/// Says to OpenGL that the materials give the colours.
-inline void ozUseMaterials(ozContext *context) {
-  ozGeometry::setContextWhichSetStateAsCurrentState(context);
-  context->setMaterialModeEnable(0);
-  ozGeometry::setContextWhichSetStateAsDefaultState(context);
-}
 
 /// Where unit meshes go, and how large. A solid of the mesh's own size and place costs no matrix.
 struct ozPlacement {
