@@ -18,6 +18,8 @@ public:
   }
 
   double rate() const { return _rate; }
+  /// Seconds a frame, 0 ahead of the first.
+  double time() const { return _rate > 0 ? 1 / _rate : 0; }
 
 private:
   int _frames = 0;

@@ -185,7 +185,8 @@ char const *Options::usage() {
          "  r      the view as it was at first      h  headlight on, off\n"
          "  w      wireframe on, off                s  save a PNG in the working directory\n"
          "  space  stop the clocks, go on           f  full screen on, off\n"
-         "  ?      print the keys                   q, Esc  quit\n"
+         "  i      times and counts on, off         ?  print the keys\n"
+         "  q, Esc  quit\n"
          "\n"
          "Files that a model names are looked for beside the model too, and in OZ_DATAFILE_PATH.\n"
          "Exit status: 0, 1 if a file cannot be read or written, 2 for a wrong command line.\n";

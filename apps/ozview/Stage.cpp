@@ -4,7 +4,7 @@
 
 Stage::Stage(Scene const &scene, float const background[3])
     : _root(new ozEnvironment), _headlight(new ozDirectionalLight), _camera(new ozPerspCamera),
-      _action(new ozDrawAction), _wireframe(new ozAppearance), _isWireframe(false),
+      _action(new Counting<ozDrawAction>), _wireframe(new ozAppearance), _isWireframe(false),
       _isTransparent(scene.isTransparent()) {
   std::copy(background, background + 3, _background);
   _root->ref();
@@ -49,8 +49,28 @@ void Stage::draw(Navigation const &navigation, int width, int height, float shif
   _camera->draw(_action);
   _action->getContext()->clear(ozContext::CLEAR_COLOR | ozContext::CLEAR_DEPTH, _background[0], _background[1],
                                _background[2], 1);
+  _action->count = 0;
   _action->apply(_root);
   if (shiftX != 0 || shiftY != 0) frustum->makePersp(left, rightEdge, bottom, top);
+}
+
+int Stage::countShapes() {
+  // The same eye, so that levels of detail are chosen alike, in the middle of a volume around all there is.
+  ozFrustumCamera *const all = new ozFrustumCamera;
+  float x, y, z, angle;
+  _camera->getPosition(&x, &y, &z);
+  all->setPosition(x, y, z);
+  ozSphereBound sphere;
+  _root->getSphereBound(sphere);
+  float const reach = 2 * (sphere.center.distance(ozVec3f(x, y, z)) + sphere.radius) + 1;
+  _camera->getOrientation(&x, &y, &z, &angle);
+  all->setOrientation(x, y, z, angle);
+  all->getBaseFrust()->makeOrtho(-reach, reach, -reach, reach);
+  all->getBaseFrust()->setNearFar(-reach, reach);
+  Counting<ozVFCullAction> action;
+  action.setCamera(all);
+  action.apply(_root);
+  return action.count;
 }
 
 void Stage::toggleWireframe(ozContext *context) {

@@ -23,6 +23,11 @@ public:
   /// Frames the scene as it is now.
   void frame(Navigation &navigation, float aspect) { navigation.frame(bound(), outlineOf(_root), aspect); }
 
+  /// How many shapes the last frame drew: each use of a shape that was not outside the view.
+  int shapesDrawn() const { return _action->count; }
+  /// How many it would have drawn if nothing were outside.
+  int countShapes();
+
   void toggleHeadlight() { _headlight->setOn(!_headlight->getOn()); }
   void toggleWireframe(ozContext *context);
 
@@ -33,10 +38,19 @@ public:
   ozBoxBound const &bound() { return *_root->getBoxBound(); }
 
 private:
+  // Counts the shapes that a walk comes to.
+  template <class Action> struct Counting : Action {
+    ozTravDirective preVisit(ozNode *node) override {
+      count += node->isOfType(ozShape::getClassType());
+      return TRAV_CONT;
+    }
+    int count = 0;
+  };
+
   ozEnvironment *_root; // the scope of the headlight
   ozDirectionalLight *_headlight;
   ozPerspCamera *_camera;
-  ozDrawAction *_action;
+  Counting<ozDrawAction> *_action;
   ozAppearance *_wireframe;
   bool _isWireframe;
   bool _isTransparent;

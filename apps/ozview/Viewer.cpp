@@ -4,6 +4,7 @@
 #include "Viewer.h"
 #include "FrameMeter.h"
 #include "Options.h"
+#include "Overlay.h"
 #include "Scene.h"
 #include "Snapshot.h"
 #include "Speaker.h"
@@ -49,6 +50,7 @@ private:
   ozWindow *_window; // null once it is closed or about to be
   ozContext *_context;
   Stage _stage;
+  Overlay _overlay;
   Navigation _navigation;
   std::string const _name;
   int _width, _height;
@@ -59,6 +61,7 @@ private:
   int _pressX = 0, _pressY = 0;
 
   FrameMeter _meter;
+  bool _hasOverlay = false;
   bool _runsOn = false; // this frame follows the last without a pause
   bool _isDue = false;  // there is reason to draw
   bool _quits = false;
@@ -72,7 +75,7 @@ ozWindow *openWindow(Options const &options, std::string const &name) {
 
 Viewer::Viewer(Scene &scene, Speaker &speaker, Options const &options)
     : _scene(scene), _speaker(speaker), _options(options), _window(openWindow(options, titleOf(options.files))),
-      _context(_window->getThisWindowContext()), _stage(scene, options.background),
+      _context(_window->getThisWindowContext()), _stage(scene, options.background), _overlay(titleOf(options.files)),
       _navigation(options.azimuth, options.elevation), _name(titleOf(options.files)), _width(options.width),
       _height(options.height) {
   _stage.prepare(_context);
@@ -217,6 +220,9 @@ void Viewer::key(int character) {
   case ' ':
     _scene.togglePause();
     break;
+  case 'i':
+    _hasOverlay = !_hasOverlay;
+    break;
   case 's':
     savePicture();
     break;
@@ -248,6 +254,7 @@ void Viewer::savePicture() {
 
 void Viewer::draw() {
   _stage.draw(_navigation, _width, _height);
+  if (_hasOverlay) _overlay.draw(_stage, _width, _height, _meter.time());
   ozWindow::swapBuffers();
 }
 
@@ -275,6 +282,7 @@ char const *viewerKeys() {
          "r                  the view as it was at first\n"
          "w                  wireframe on, off\n"
          "h                  headlight on, off\n"
+         "i                  file name, time of a frame, shapes drawn and culled on, off\n"
          "space              stop the clocks, go on\n"
          "s                  save a PNG in the working directory\n"
          "f                  full screen on, off\n"

@@ -82,6 +82,21 @@ protected:
     EXPECT_TRUE(until([&] { return program->out().find(name + "\n") != std::string::npos; })) << program->err();
     return Image::readPng(program->folder / name);
   }
+  // What stands on the screen in the window, but for its edges, which may be off the screen.
+  Image shown() {
+    int const edge = 2, side = 200 - 2 * edge;
+    Image image(200, 200);
+    XImage *const grabbed = XGetImage(client.x, window, edge, edge, side, side, AllPlanes, ZPixmap);
+    for (int y = 0; grabbed && y < side; y++)
+      for (int x = 0; x < side; x++) {
+        unsigned long const pixel = XGetPixel(grabbed, x, y);
+        image.set(x + edge, y + edge,
+                  {static_cast<unsigned char>(pixel >> 16), static_cast<unsigned char>(pixel >> 8),
+                   static_cast<unsigned char>(pixel), 255});
+      }
+    if (grabbed) XDestroyImage(grabbed);
+    return image;
+  }
   static int brightness(Image const &image) {
     long sum = 0;
     for (int y = 0; y < image.height(); y++)
@@ -153,6 +168,26 @@ TEST_F(ViewerTest, TheKeyWSwitchesAWireframeView) {
   EXPECT_EQ(brightness(picture()), filled);
 }
 
+TEST_F(ViewerTest, TheKeyISwitchesTheOverlay) {
+  startText(slab);
+  for (int i = 0; i < 20; i++) click(5, 100, 100); // out of its way
+  ASSERT_TRUE(until([&] { return shown().at(100, 50) == (Image::Pixel{0, 0, 0, 255}); }));
+  // The first line of text, above everything else.
+  auto lit = [&] {
+    Image const image = shown();
+    int count = 0;
+    for (int y = 0; y < 25; y++)
+      for (int x = 0; x < 200; x++) count += image.at(x, y)[0] > 127;
+    return count;
+  };
+  EXPECT_EQ(lit(), 0);
+  key(XK_i);
+  EXPECT_TRUE(until([&] { return lit() > 30; })) << "is there a font?";
+  EXPECT_EQ(picture().at(100, 50)[0], 0) << "saved pictures are of the scene alone";
+  key(XK_i);
+  EXPECT_TRUE(until([&] { return lit() == 0; }));
+}
+
 TEST_F(ViewerTest, TheKeyHSwitchesTheHeadlight) {
   startText("#VRML V2.0 utf8\nShape { appearance Appearance { material Material { } } geometry Box { } }\n");
   int const lit = brightness(picture());
@@ -166,7 +201,7 @@ TEST_F(ViewerTest, TheQuestionMarkPrintsTheKeys) {
   startText(slab);
   key(XK_question, ShiftMask);
   ASSERT_TRUE(until([&] { return program->out().find("quit") != std::string::npos; }));
-  for (char const *line : {"r   ", "w   ", "h   ", "space", "s   ", "f   ", "?   ", "q, Esc"})
+  for (char const *line : {"r   ", "w   ", "h   ", "i   ", "space", "s   ", "f   ", "?   ", "q, Esc"})
     EXPECT_THAT(program->out(), testing::HasSubstr(line));
 }
 
