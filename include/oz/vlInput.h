@@ -13,7 +13,7 @@ class ozContainer;
 /// reads numbers, names and strings, takes characters or a token back, and owns the table of named objects.
 ///
 /// All `read` operations return non-zero on success. Characters consumed ahead of a failure are not restored. The
-/// stream stays the caller's.
+/// stream stays the caller's, and stands behind the last character taken, unless readAhead() was called.
 class OZ_API vlInput {
 public:
   /// Reads standard input until setFilePointer() gives another stream.
@@ -25,19 +25,30 @@ public:
   /// Starts afresh on a stream. The table of names is left alone.
   void setFilePointer(FILE *file);
   FILE *getCurFile() const { return _fp; }
+  /// Takes the stream in blocks from now on, which is faster, and waits for whole ones: for a stream that nobody else
+  /// reads. Good until setFilePointer().
+  void readAhead();
 
   /// The next raw character; 255 and 0 at the end.
-  unsigned char get(char &c);
+  unsigned char get(char &c) {
+    if (_at == _end || _backBufIndex >= 0) return getSlowly(c);
+    c = *_at++;
+    return 1;
+  }
   /// Takes a character back. The end mark, 255, is ignored.
-  void putBack(char c);
+  void putBack(char c) {
+    bool const lies = _at > _block && _at[-1] == c && c != EndMark && _backBufIndex < 0 && !_ended;
+    if (!lies) return putBackSlowly(c);
+    --_at;
+  }
   /// Takes a token back; it replaces what is still pending of an earlier one.
   void putBack(char const *token);
   /// Reads the next word, which white space ends, without taking it; of a long or quoted one only that it is that: 0.
   unsigned char peekWord(char *word, int size);
   /// How many characters have been taken so far: a reader that takes nothing must not go round.
-  long getTaken() const { return _taken; }
-  /// Whether the stream has ended (a stream in error has).
-  unsigned char eof() const { return feof(_fp) || ferror(_fp); }
+  long getTaken() const { return _taken - (_end - _at); }
+  /// Whether the end of the stream was met (a stream in error has ended).
+  unsigned char eof() const { return _block ? _ended : feof(_fp) || ferror(_fp); }
   /// Skips white space and comments. 0 where the header is bad, once.
   unsigned char skipWhiteSpace();
 
@@ -81,7 +92,23 @@ public:
   static unsigned char isNodeNameStartChar(char c);
 
 private:
+  static char const EndMark = static_cast<char>(255);
+
   unsigned char checkHeader();
+  unsigned char getSlowly(char &c);
+  void putBackSlowly(char c);
+  /// Whether there are characters in memory to look at, as many as an ordinary word has unless the file ends.
+  bool look() { return _backBufIndex < 0 && (_end - _at >= 64 || fill()); }
+  bool fill();
+  void makeFront();
+  bool skipSpaceInBlock();
+  /// Takes what stands ahead of a place in the block; not where there is none, nor ahead of the end mark, which
+  /// whoever meets it takes.
+  bool takeTo(char const *behind) {
+    if (!behind || *behind == EndMark) return false;
+    _at = behind;
+    return true;
+  }
   unsigned char readInteger(long &value);
   unsigned char readUnsignedInteger(unsigned long &value);
   unsigned char readReal(double &value);
@@ -92,6 +119,11 @@ private:
   void collect(char c);
   char *collected();
 
+  char const *_at; // of the block, what has not been taken
+  char const *_end;
+  char *_block; // null where the stream is taken by the character
+  size_t _blockSize;
+  unsigned char _ended; // somebody asked for a character behind the last one of the last block
   FILE *_fp;
   int _lineNumber;
   float _version;
@@ -100,7 +132,7 @@ private:
   ozDict _refDict;
   ozString _backBuf;
   int _backBufIndex;
-  long _taken;
+  long _taken; // with the whole block
   char *_text; // the characters of the number or string being read, of any length
   size_t _textSize;
   size_t _textLength;

@@ -73,6 +73,7 @@ unsigned char vlDB::readFile(char const *name, ozContainer *&root, ozPtrArray &f
   }
   vlInput input;
   input.setFilePointer(file);
+  input.readAhead();
   vlReadState state(_state);
   vlInput *const outerInput = _in;
   ozPtrArray *const outerFiles = _files;

@@ -1,13 +1,15 @@
+// Characters come from one of three places: a token that was put back, the block in memory, or the stream. Everything
+// can be read by the character from any of them; what is read most (space, numbers, words) has a short cut that works
+// on the block alone, takes all or nothing, and leaves whatever is not plain to the long way.
+
 #include "oz/vlInput.h"
 
-#include <locale.h>
 #include <stdlib.h>
 #include <string.h>
 
 #include "oz/ozContainer.h"
 #include "oz/vlError.h"
-
-static char const EndMark = static_cast<char>(255);
+#include "vrml/scanNumber.h"
 
 // The classes of the "C" locale, whatever the application's is.
 static bool isDigit(char c) { return c >= '0' && c <= '9'; }
@@ -15,12 +17,23 @@ static bool isAlnum(char c) { return isDigit(c) || ((c | 32) >= 'a' && (c | 32) 
 static bool isHexDigit(char c) { return isDigit(c) || ((c | 32) >= 'a' && (c | 32) <= 'f'); }
 static bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 static bool isControl(char c) { return (c >= 0 && c < ' ') || c == 127; }
+static bool isIdent(char c) { return isAlnum(c) || c == '_' || c == '-' || c == '%' || c == '*'; }
 
-vlInput::vlInput() : _refDict(251), _text(nullptr), _textSize(0), _textLength(0) { setFilePointer(stdin); }
+vlInput::vlInput() : _block(nullptr), _refDict(251), _text(nullptr), _textSize(0), _textLength(0) {
+  setFilePointer(stdin);
+}
 
-vlInput::~vlInput() { free(_text); }
+vlInput::~vlInput() {
+  free(_block);
+  free(_text);
+}
 
 void vlInput::setFilePointer(FILE *file) {
+  free(_block);
+  _block = nullptr;
+  _blockSize = 0;
+  _at = _end = nullptr;
+  _ended = 0;
   _fp = file;
   _lineNumber = 1;
   _version = 2.0f;
@@ -32,7 +45,45 @@ void vlInput::setFilePointer(FILE *file) {
 
 // ---- characters
 
-unsigned char vlInput::get(char &c) {
+static size_t const BlockSize = 1 << 16;
+static size_t const FrontSize = 16; // for characters put back ahead of the block
+
+void vlInput::readAhead() {
+  if (_block) return;
+  _block = static_cast<char *>(malloc(FrontSize + BlockSize));
+  if (!_block) return;
+  _blockSize = FrontSize + BlockSize;
+  _at = _end = _block + FrontSize;
+}
+
+// Moves what is left to the start of the block and fills up behind it.
+bool vlInput::fill() {
+  if (_block && _readHeader && !feof_unlocked(_fp) && !ferror_unlocked(_fp)) {
+    size_t const left = static_cast<size_t>(_end - _at);
+    char *const front = _block + FrontSize;
+    memmove(front, _at, left);
+    size_t const more = fread_unlocked(front + left, 1, _blockSize - FrontSize - left, _fp);
+    _at = front;
+    _end = front + left + more;
+    _taken += static_cast<long>(more);
+  }
+  return _at < _end;
+}
+
+// Moves what is left to the end of a larger block.
+void vlInput::makeFront() {
+  size_t const left = static_cast<size_t>(_end - _at), size = 2 * _blockSize;
+  char *const grown = static_cast<char *>(malloc(size));
+  if (!grown) return;
+  memcpy(grown + size - left, _at, left);
+  free(_block);
+  _block = grown;
+  _blockSize = size;
+  _at = grown + size - left;
+  _end = grown + size;
+}
+
+unsigned char vlInput::getSlowly(char &c) {
   if (_backBufIndex >= 0) {
     c = _backBuf.getString() ? _backBuf.getString()[_backBufIndex++] : '\0';
     if (c) {
@@ -43,25 +94,40 @@ unsigned char vlInput::get(char &c) {
     _backBufIndex = -1;
   }
   if (_readHeader || checkHeader()) {
-    int const next = feof_unlocked(_fp) || ferror_unlocked(_fp) ? EOF : getc_unlocked(_fp);
-    if (next != EOF) {
-      c = static_cast<char>(next);
-      ++_taken;
-      return 1;
+    if (_block) {
+      if (_at < _end || fill()) {
+        c = *_at++;
+        return 1;
+      }
+      _ended = 1;
+    } else if (!feof_unlocked(_fp) && !ferror_unlocked(_fp)) {
+      int const next = getc_unlocked(_fp);
+      if (next != EOF) {
+        c = static_cast<char>(next);
+        ++_taken;
+        return 1;
+      }
     }
   }
   c = EndMark;
   return 0;
 }
 
-void vlInput::putBack(char c) {
+void vlInput::putBackSlowly(char c) {
   if (c == EndMark) return;
-  --_taken;
-  // In a token the index steps back and the character is not stored; ahead of its first the token is dropped. Meant so.
-  if (_backBufIndex >= 0)
+  if (_backBufIndex >= 0) {
+    // The index steps back and the character is not stored; ahead of the first one the token is dropped. Meant so.
+    --_taken;
     --_backBufIndex;
-  else
+  } else if (_block) {
+    if (_at == _block) makeFront();
+    if (_at == _block) return;
+    *const_cast<char *>(--_at) = c;
+    _ended = 0;
+  } else {
+    --_taken;
     ungetc(c, _fp);
+  }
 }
 
 void vlInput::putBack(char const *token) {
@@ -73,6 +139,16 @@ void vlInput::putBack(char const *token) {
 unsigned char vlInput::peekWord(char *word, int size) {
   skipWhiteSpace();
   int length = 0;
+  if (look() && *_at != '"' && *_at != EndMark) { // a plain word stays where it is
+    char const *at = _at, *const end = _end - _at > size - 1 ? _at + size - 1 : _end;
+    while (at < end && *at && !isSpace(*at)) ++at;
+    if (at < _end && *at) {
+      length = static_cast<int>(at - _at);
+      memcpy(word, _at, static_cast<size_t>(length));
+      word[length] = '\0';
+      return length && length < size - 1;
+    }
+  }
   char c = EndMark;
   bool whole = false;
   if (get(c) && c == '"') { // a string is put back without its quotes: meant so
@@ -142,7 +218,7 @@ unsigned char vlInput::checkHeader() {
 unsigned char vlInput::skipWhiteSpace() {
   if (!_readHeader && !checkHeader()) return 0;
   char c;
-  while (get(c)) {
+  while (!skipSpaceInBlock() && get(c)) {
     if (c == '\n') {
       ++_lineNumber;
     } else if (c == '#') {
@@ -160,9 +236,19 @@ unsigned char vlInput::skipWhiteSpace() {
   return 1;
 }
 
-unsigned char vlInput::isIdentChar(char c) { return isAlnum(c) || c == '_' || c == '-' || c == '%' || c == '*'; }
-unsigned char vlInput::isIdentStartChar(char c) { return isIdentChar(c) && !isDigit(c); }
-unsigned char vlInput::isNodeNameStartChar(char c) { return isIdentChar(c) && !isDigit(c); }
+// Returns whether something else stands behind the space, in the block and plain to see.
+bool vlInput::skipSpaceInBlock() {
+  if (_backBufIndex >= 0) return false;
+  char const *at = _at;
+  for (; at < _end && isSpace(*at); ++at)
+    if (*at == '\n') ++_lineNumber;
+  _at = at;
+  return at < _end && *at != '#' && *at != EndMark;
+}
+
+unsigned char vlInput::isIdentChar(char c) { return isIdent(c); }
+unsigned char vlInput::isIdentStartChar(char c) { return isIdent(c) && !isDigit(c); }
+unsigned char vlInput::isNodeNameStartChar(char c) { return isIdent(c) && !isDigit(c); }
 unsigned char vlInput::isNodeNameChar(char c) {
   return isAlnum(c) || (!(c && strchr("+'\"\\{}", c)) && !isSpace(c) && !isControl(c));
 }
@@ -216,6 +302,7 @@ unsigned char vlInput::readUnsignedIntegerString(char &c) {
 }
 
 unsigned char vlInput::readInteger(long &value) {
+  if (look() && takeTo(vl::scanInteger(_at, _end, value))) return 1;
   char c;
   _textLength = 0;
   get(c);
@@ -227,6 +314,11 @@ unsigned char vlInput::readInteger(long &value) {
 }
 
 unsigned char vlInput::readUnsignedInteger(unsigned long &value) {
+  long plain;
+  if (look() && isDigit(*_at) && takeTo(vl::scanInteger(_at, _end, plain))) {
+    value = static_cast<unsigned long>(plain);
+    return 1;
+  }
   char c;
   _textLength = 0;
   get(c);
@@ -236,27 +328,8 @@ unsigned char vlInput::readUnsignedInteger(unsigned long &value) {
   return found;
 }
 
-// With up to 15 digits and a small power of ten, both exact as doubles, one operation gives the nearest number
-// (Clinger, "How to read floating point numbers accurately"). Anything else is the C library's.
-static double realFrom(char const *text) {
-  static double const powers[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-  char const *at = text;
-  bool const negative = *at == '-';
-  if (*at == '-' || *at == '+') ++at;
-  long mantissa = 0;
-  int digits = 0, decimals = 0;
-  for (; isDigit(*at) && digits < 16; ++at, ++digits) mantissa = mantissa * 10 + (*at - '0');
-  if (*at == '.')
-    for (++at; isDigit(*at) && digits < 16; ++at, ++digits, ++decimals) mantissa = mantissa * 10 + (*at - '0');
-  if (*at || digits > 15) {
-    static locale_t const plain = newlocale(LC_ALL_MASK, "C", nullptr);
-    return strtod_l(text, nullptr, plain);
-  }
-  double const value = static_cast<double>(mantissa) / powers[decimals];
-  return negative ? -value : value;
-}
-
 unsigned char vlInput::readReal(double &value) {
+  if (look() && takeTo(vl::scanReal(_at, _end, value))) return 1;
   char c;
   _textLength = 0;
   get(c);
@@ -268,7 +341,10 @@ unsigned char vlInput::readReal(double &value) {
     found = readDigits(c);
   }
   putBack(c);
-  if (found) value = realFrom(collected());
+  if (found) {
+    char const *const text = collected();
+    value = vl::realFrom(text, text + _textLength - 1);
+  }
   return found;
 }
 
@@ -309,6 +385,19 @@ unsigned char vlInput::read(ozName &name, unsigned char validIdent) {
   char buffer[256];
   size_t length = 0;
   skipWhiteSpace();
+  if (look() && isIdentStartChar(*_at)) {
+    char const *const start = _at;
+    char const *at = start;
+    while (at < _end && isIdent(*at)) ++at;
+    length = static_cast<size_t>(at - start);
+    if (length < sizeof buffer && takeTo(at < _end ? at : nullptr)) {
+      memcpy(buffer, start, length);
+      buffer[length] = '\0';
+      name = ozName(buffer);
+      return 1;
+    }
+    length = 0;
+  }
   char c;
   if (!get(c)) {
     name = ozName();
