@@ -17,7 +17,7 @@ public:
 /// the caller's.
 class OZ_API ozDict {
 public:
-  /// The number of buckets never changes; 0 counts as 1.
+  /// With this many buckets to start with; 0 counts as 1. More are made as keys come, so that chains stay short.
   ozDict(unsigned int buckets);
   ~ozDict();
   ozDict(ozDict const &) = delete;
@@ -32,12 +32,13 @@ public:
   /// Takes all keys out.
   void clear();
 
-  /// The link that points at the key's entry, or that would, at the end of its chain.
+  /// The link that points at the key's entry, or that would, at the end of its chain. Good until the next enter().
   ozDictEntry **findEntry(unsigned long key) const;
 
 private:
   unsigned int _bucketCount;
   ozDictEntry **_buckets;
+  unsigned int _count;
 };
 
 #endif

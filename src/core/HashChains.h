@@ -1,6 +1,7 @@
 #ifndef OZ_HASH_CHAINS_H
 #define OZ_HASH_CHAINS_H
 
+#include <limits.h>
 #include <stdlib.h>
 
 /// What the dictionaries share: an array of buckets, each a chain of entries linked by their member next.
@@ -31,6 +32,26 @@ template <class Entry> void clear(Entry **buckets, unsigned int count) {
   for (unsigned int i = 0; i < count; ++i)
     while (remove(&buckets[i])) {
     }
+}
+
+/// Spreads the entries by hash(entry) over four times as many buckets, if there is memory. What shares a bucket stays
+/// in order.
+template <class Entry, class Hash> void grow(Entry **&buckets, unsigned int &count, Entry *Entry::*next, Hash hash) {
+  if (count > UINT_MAX / 4 - 1) return;
+  unsigned int grown = 4 * count + 3; // odd: many keys are addresses
+  Entry **const place = make<Entry>(grown);
+  if (!place) return;
+  for (unsigned int i = 0; i < count; ++i)
+    while (Entry *const entry = buckets[i]) {
+      buckets[i] = entry->*next;
+      entry->*next = nullptr;
+      Entry **link = &place[hash(*entry) % grown];
+      while (*link) link = &((*link)->*next);
+      *link = entry;
+    }
+  free(buckets);
+  buckets = place;
+  count = grown;
 }
 
 /// Gives the value behind a link; false with null if there is none.

@@ -4,7 +4,11 @@
 
 #include <new>
 
-ozDict::ozDict(unsigned int buckets) : _bucketCount(buckets), _buckets(hashChains::make<ozDictEntry>(_bucketCount)) {}
+// The mean length at which more buckets are made.
+static unsigned int const LongChain = 4;
+
+ozDict::ozDict(unsigned int buckets)
+    : _bucketCount(buckets), _buckets(hashChains::make<ozDictEntry>(_bucketCount)), _count(0) {}
 
 ozDict::~ozDict() {
   clear();
@@ -22,11 +26,21 @@ unsigned char ozDict::enter(unsigned long key, void *value) {
     return 0;
   }
   *link = new (std::nothrow) ozDictEntry(key, value);
-  return *link != nullptr;
+  if (!*link) return 0;
+  if (++_count / LongChain >= _bucketCount)
+    hashChains::grow(_buckets, _bucketCount, &ozDictEntry::next, [](ozDictEntry const &entry) { return entry.key; });
+  return 1;
 }
 
 unsigned char ozDict::find(unsigned long key, void *&value) const { return hashChains::value(*findEntry(key), value); }
 
-unsigned char ozDict::remove(unsigned long key) { return hashChains::remove(findEntry(key)); }
+unsigned char ozDict::remove(unsigned long key) {
+  if (!hashChains::remove(findEntry(key))) return 0;
+  --_count;
+  return 1;
+}
 
-void ozDict::clear() { hashChains::clear(_buckets, _bucketCount); }
+void ozDict::clear() {
+  hashChains::clear(_buckets, _bucketCount);
+  _count = 0;
+}

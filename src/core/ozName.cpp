@@ -1,5 +1,6 @@
 #include "oz/ozName.h"
 
+#include "core/HashChains.h"
 #include "oz/ozOutput.h"
 
 #include <new>
@@ -7,10 +8,11 @@
 
 namespace {
 
-const unsigned int BucketCount = 1999;
 const size_t BlockSize = 4000;
 
 ozNameEntry **Buckets = nullptr;
+unsigned int BucketCount = 1999; // to start with
+unsigned int EntryCount = 0;
 char *Block = nullptr; // the newest string block, and what is left of it
 size_t BlockLeft = 0;
 
@@ -36,7 +38,7 @@ ozNameEntry ozNameEntry::_Empty("", 0, nullptr);
 
 void ozNameEntry::initClass() {
   if (Buckets) return;
-  Buckets = static_cast<ozNameEntry **>(calloc(BucketCount, sizeof(ozNameEntry *)));
+  Buckets = hashChains::make<ozNameEntry>(BucketCount);
 }
 
 ozNameEntry const *ozNameEntry::insert(char const *text) {
@@ -54,7 +56,10 @@ ozNameEntry const *ozNameEntry::insert(char const *text) {
   memcpy(copy, text, bytes);
   ozNameEntry *entry = new (std::nothrow) ozNameEntry(copy, hash, head);
   if (!entry) return &_Empty;
-  return head = entry;
+  head = entry;
+  if (++EntryCount >= BucketCount)
+    hashChains::grow(Buckets, BucketCount, &ozNameEntry::_next, [](ozNameEntry const &each) { return each._hash; });
+  return entry;
 }
 
 void ozName::write(ozOutput *out) const { fprintf(out->getFile(), "\"%s\"", getString()); }

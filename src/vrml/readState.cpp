@@ -13,13 +13,23 @@ static unsigned long keyOf(void const *object) { return reinterpret_cast<unsigne
 vlReadState::vlReadState(vlReadState *outerState)
     : outer(outerState), inlineDepth(outerState ? outerState->inlineDepth + 1 : 0),
       inlines(outerState ? outerState->inlines : &_ownInlines),
-      _outerDepth(outerState ? outerState->depth() + 1 : 0), _extent{0, 0}, _named(4093), _ownInlines(0),
+      _outerDepth(outerState ? outerState->depth() + 1 : 0), _extent{0, 0}, _named(4093), _found{}, _ownInlines(0),
       _visits(outerState ? outerState->_visits : &_ownVisits), _ownVisits(0) {
   _made.setExtension(1024);
 }
 
 vlReadState::~vlReadState() {
   for (unsigned int i = 0; i < _referenceRoutes.getCount(); ++i) delete static_cast<Route *>(_referenceRoutes[i]);
+}
+
+ozField *vlReadState::fieldOf(ozContainer *container, ozName const &name) {
+  ozType *const type = container->getType();
+  unsigned long const mixed = (keyOf(type) ^ keyOf(name.getString())) * 0x9e3779b97f4a7c15ul;
+  FoundField &found = _found[mixed >> 56];
+  if (found.type == type && found.name == name.getString()) return container->getField(found.id);
+  ozField *const field = container->getField(name.getString());
+  if (field) found = {type, name.getString(), field->getId()};
+  return field;
 }
 
 // ---- nesting

@@ -8,6 +8,7 @@
 
 class ozContainer;
 class ozField;
+class ozName;
 class ozType;
 
 /// What one read of a file keeps beside its input. Nested reads have their own and stand on the outer one.
@@ -60,6 +61,9 @@ public:
   /// contain itself, or the graph too deep, is refused.
   void connectReferences(ozContainer *root);
 
+  /// The field of a name, as ozContainer::getField has it, which searches: a file asks for few names, many times.
+  ozField *fieldOf(ozContainer *container, ozName const &name);
+
   vlReadState *const outer;
   int const inlineDepth; ///< of files
   int *const inlines;    ///< Inlines of the outermost read so far
@@ -79,6 +83,11 @@ private:
   struct Route {
     ozField *from, *to;
   };
+  struct FoundField {
+    ozType *type;
+    char const *name;
+    short id;
+  };
 
   int depth() const { return _outerDepth + static_cast<int>(_open.getCount()); }
   Extent extentOf(ozContainer *obj) const;
@@ -92,6 +101,7 @@ private:
   ozPtrArray _made;
   ozPtrArray _referenceRoutes;
   RouteChains _chains;
+  FoundField _found[256]; // each at the place that its hash gives
   int _ownInlines;
   long *const _visits; // of the outermost read so far
   long _ownVisits;

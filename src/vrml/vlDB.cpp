@@ -36,6 +36,15 @@ unsigned char vlDB::init() {
   return 1;
 }
 
+// The words of the grammar. Equal names share one text, so that they compare as pointers.
+struct Words {
+  ozName const null{"NULL"}, use{"USE"}, def{"DEF"};
+  static Words const &all() {
+    static Words const words;
+    return words;
+  }
+};
+
 static FILE *openRegular(char const *path) {
   struct stat info;
   // Asked ahead of the opening, which would wait for the other end of a pipe.
@@ -45,7 +54,7 @@ static FILE *openRegular(char const *path) {
 
 // Takes back the field objects that reading made. A child that stands in several groups is cleaned once.
 static void cleanTree(ozContainer *c, ozDict &cleaned) {
-  if (!cleaned.enter(reinterpret_cast<unsigned long>(c), c)) return;
+  if (c->getParentCount() > 1 && !cleaned.enter(reinterpret_cast<unsigned long>(c), c)) return;
   c->freeUnconnectedFields();
   if (!c->isOfType(ozGroup::getClassType())) return;
   ozGroup *const group = static_cast<ozGroup *>(c);
@@ -146,8 +155,9 @@ unsigned char vlDB::readObject(vlInput *in, ozContainer *&obj) {
   obj = nullptr;
   ozName name;
   if (!in->read(name, 1)) return in->isHeaderOk();
-  if (!name || !strcmp(name.getString(), "NULL")) return 1;
-  if (!strcmp(name.getString(), "USE")) {
+  Words const &words = Words::all();
+  if (!name || name == words.null) return 1;
+  if (name == words.use) {
     if (!in->read(name, 1)) {
       vlReadError::post(in, "Premature end of file after USE");
       return 0;
@@ -169,7 +179,7 @@ unsigned char vlDB::readObject(vlInput *in, ozContainer *&obj) {
     }
     return obj != nullptr;
   }
-  if (strcmp(name.getString(), "DEF")) return readNode(in, name, obj, nullptr);
+  if (name != words.def) return readNode(in, name, obj, nullptr);
   ozName className;
   if (!in->read(name, 1) || !in->read(className, 1)) {
     vlReadError::post(in, "Premature end of file after DEF");

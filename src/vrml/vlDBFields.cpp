@@ -7,12 +7,14 @@
 #include "oz/vlDB.h"
 #include "oz/vlError.h"
 #include "oz/vlInput.h"
+#include "vrml/readState.h"
 
 unsigned char vlDB::readFields(vlInput *in, ozContainer *container) {
+  static ozName const route("ROUTE");
   for (;;) {
     ozName name;
     if (!in->read(name, 1) || !name) return 1;
-    if (!strcmp(name.getString(), "ROUTE")) {
+    if (name == route) {
       readRoute(in);
     } else if (!readvlField(in, container, name)) {
       vlReadError::post(in, "Unknown field %s\n", name.getString());
@@ -22,7 +24,7 @@ unsigned char vlDB::readFields(vlInput *in, ozContainer *container) {
 }
 
 unsigned char vlDB::readvlField(vlInput *in, ozContainer *container, ozName const &name) {
-  ozField *const field = container->getField(name.getString());
+  ozField *const field = _state->fieldOf(container, name);
   if (field) return readOrbisField(in, field->getType(), field, name);
   vlReadError::post(in, "Could not get orbis field %s\n", name.getString());
   return 0;

@@ -16,7 +16,7 @@ struct vlNodeClass {
   ozContainer *(*create)();
   void (*adapt)(ozContainer *obj);
 
-  static vlNodeClass const *find(char const *name);
+  static vlNodeClass const *find(ozName const &name);
   static vlNodeClass const Table[];
 };
 
@@ -93,14 +93,22 @@ static char const *const Refused[] = {"Background",
                                       "WorldInfo",
                                       "WWWAnchor"};
 
-vlNodeClass const *vlNodeClass::find(char const *name) {
-  for (vlNodeClass const &row : Table)
-    if (!strcmp(row.name, name)) return &row;
-  return nullptr;
+// By the address of the name, which is the same for equal names.
+static unsigned long keyOf(ozName const &name) { return reinterpret_cast<unsigned long>(name.getString()); }
+
+vlNodeClass const *vlNodeClass::find(ozName const &name) {
+  static ozDict *rows = nullptr; // never destroyed: files may be read while the process exits
+  if (!rows) {
+    rows = new ozDict(251);
+    for (vlNodeClass const &row : Table) rows->enter(keyOf(ozName(row.name)), const_cast<vlNodeClass *>(&row));
+  }
+  void *row = nullptr;
+  rows->find(keyOf(name), row);
+  return static_cast<vlNodeClass const *>(row);
 }
 
 ozContainer *vlDB::createInstanceFromName(ozName const &className) {
-  vlNodeClass const *const row = vlNodeClass::find(className.getString());
+  vlNodeClass const *const row = vlNodeClass::find(className);
   return row ? row->create() : nullptr;
 }
 
@@ -120,7 +128,7 @@ unsigned char vlDB::readNodeInstance(vlInput *in, ozName const &className, ozNam
   if (named) in->addReference(*defName, obj);
   _state->begin(obj);
   unsigned char const ok = readFields(in, obj);
-  vlNodeClass const *const row = vlNodeClass::find(className.getString());
+  vlNodeClass const *const row = vlNodeClass::find(className);
   if (ok && row->adapt) row->adapt(obj);
   _state->end(named);
   return ok;

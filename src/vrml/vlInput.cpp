@@ -467,7 +467,8 @@ unsigned char vlInput::readBool(unsigned char &value) {
 static unsigned long keyOf(ozName const &name) { return reinterpret_cast<unsigned long>(name.getString()); }
 
 void vlInput::addReference(ozName const &name, ozContainer *container) {
-  container->setName(name.getString());
+  char const *const present = container->getName();
+  if (!present || strcmp(present, name.getString()) != 0) container->setName(name.getString());
   _refDict.enter(keyOf(name), container);
 }
 

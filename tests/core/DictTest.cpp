@@ -108,6 +108,31 @@ TEST(Dict, FindEntryGivesTheLinkThatPointsOrWouldPointAtTheEntry) {
   EXPECT_EQ(&Values[1], (*dict.findEntry(5))->value);
 }
 
+TEST(Dict, HoldsManyMoreKeysThanItStartedWithBuckets) {
+  ozDict dict(251);
+  void *value;
+  for (unsigned long i = 0; i < 100000; ++i) ASSERT_TRUE(dict.enter(i * 16, &Values[i % 8]));
+  for (unsigned long i = 0; i < 100000; i += 3) ASSERT_TRUE(dict.remove(i * 16));
+  for (unsigned long i = 0; i < 100000; ++i) {
+    ASSERT_EQ(i % 3 != 0, dict.find(i * 16, value)) << i;
+    ASSERT_EQ(i % 3 ? &Values[i % 8] : nullptr, value) << i;
+    ASSERT_FALSE(dict.find(i * 16 + 8, value));
+  }
+  EXPECT_FALSE(dict.enter(16, nullptr));
+  dict.clear();
+  EXPECT_FALSE(dict.find(16, value));
+  EXPECT_TRUE(dict.enter(16, &Values[1]));
+}
+
+TEST(Dict, ChainsStayShortHoweverManyKeysCome) {
+  ozDict dict(1);
+  for (unsigned long i = 0; i < 10000; ++i) dict.enter(i, nullptr);
+  long hops = 0;
+  for (unsigned long i = 0; i < 10000; ++i)
+    for (ozDictEntry *entry = *dict.findEntry(i); entry; entry = entry->next) ++hops;
+  EXPECT_LE(hops, 8 * 10000);
+}
+
 TEST(Dict, ClearTakesAllKeysOut) {
   ozDict dict(2);
   void *value;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -12,6 +13,16 @@ TEST(Name, EqualTextsHoldTheSameEntry) {
   EXPECT_EQ(ozNameEntry::insert("diffuseColor"), ozNameEntry::insert(copy));
   EXPECT_TRUE(ozName("diffuseColor") == ozName(copy));
   EXPECT_FALSE(ozName("diffuseColor") != ozName(copy));
+}
+
+TEST(Name, EachOfManyTextsKeepsItsEntry) {
+  std::vector<char const *> texts;
+  for (int i = 0; i < 40000; ++i) texts.push_back(ozName(("many" + std::to_string(i)).c_str()).getString());
+  for (int i = 0; i < 40000; ++i) {
+    std::string const text = "many" + std::to_string(i);
+    ASSERT_EQ(texts[static_cast<size_t>(i)], ozName(text.c_str()).getString());
+    ASSERT_EQ(text, texts[static_cast<size_t>(i)]);
+  }
 }
 
 TEST(Name, DifferentTextsHoldDifferentEntries) {
