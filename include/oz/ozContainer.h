@@ -65,6 +65,8 @@ public:
   ozField *getField(int id);
   /// The field of a name; "set_x" and "x_changed" also find x. Null if there is none.
   ozField *getField(char const *name);
+  /// The description of the field that getField(name) gives.
+  ozFieldInfo *findFieldInfo(char const *name) const;
   /// The field object of an id if there is one: none is made.
   ozField *findFieldObject(int id) const;
   void connect(short id, ozContainer *other, short otherId);
@@ -90,6 +92,7 @@ public:
   }
   /// Whether any field is pending.
   bool hasPendingFields() const { return (_dirtyMask | _sideEffectMask) != 0; }
+  bool isFieldPending(short id) const { return ((_dirtyMask | _sideEffectMask) & wideBit(id)) != 0; }
   void internalCleanFields(long long mask);
 
 protected:
@@ -148,6 +151,7 @@ protected:
 private:
   friend class ozCloneTable;
   friend class ozField;
+  friend class ozFieldInfo;
   friend class ozMFRef;
   friend class ozMFRefInfo;
   friend class ozSFRef;
@@ -159,7 +163,6 @@ private:
 
   void validatePending(short id);
   void touchFieldObject(short id);
-  ozField *findField(char const *name);
   void copyFrame(ozContainer *src, ozCloneTable *table, bool deep);
   void copyReferences(ozFieldInfo *info, ozContainer *src, ozCloneTable *table);
   static ozContainer *cloneChild(ozContainer *child, ozCloneTable *table);

@@ -70,6 +70,8 @@ public:
 
 protected:
   void setFieldType(ozType *type) { _fieldType = type; }
+  /// Tells the container that the field's value was changed.
+  void fieldChanged(ozContainer *container) const;
 
 private:
   ozNameEntry const *_name;

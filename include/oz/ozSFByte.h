@@ -38,6 +38,12 @@ public:
     else
       member(dst) = member(src);
   }
+  /// What the field object's set() does, where a member holds the value and nothing else is known of the field: it
+  /// makes no such object.
+  void set(ozContainer *container, Pass value) {
+    member(container) = value;
+    fieldChanged(container);
+  }
   /// The default.
   virtual T getDefault() { return _default; }
   void getDefault(T &value) { value = _default; }
@@ -54,6 +60,7 @@ template <class Field, class Info, class T> class OZ_API ozSFValue : public ozFi
 public:
   typedef T Value;
   typedef typename ozPass<T>::Type Pass;
+  typedef Info Description;
 
   /// The value is the container's member, or where there is none the field's own, which starts at the default.
   ozSFValue(ozContainer *parent, short id) : ozField(parent, id), _value(static_cast<T *>(getStorage())) {

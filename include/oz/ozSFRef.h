@@ -30,6 +30,9 @@ public:
   unsigned char isDefault(ozContainer *container) override;
   /// For a fresh destination: what it holds is not released.
   void copy(ozContainer *dst, ozContainer *src) override;
+  /// What the field object's set() does, where a member holds the value and nothing else is known of the field: it
+  /// makes no such object.
+  void set(ozContainer *container, ozContainer *c);
   ozContainer *&member(ozContainer *container) const { return *static_cast<ozContainer **>(getStorage(container)); }
 };
 
@@ -38,6 +41,8 @@ class OZ_API ozSFRef : public ozField {
   OZ_TYPE_POINTER;
 
 public:
+  typedef ozSFRefInfo Description;
+
   ozSFRef(ozContainer *parent, short id);
   ~ozSFRef() override;
 

@@ -7,6 +7,7 @@ class ozAppearance;
 class ozContainer;
 class ozDict;
 class ozField;
+class ozFieldInfo;
 class ozName;
 class ozPtrArray;
 class ozTexture;
@@ -48,7 +49,7 @@ private:
   static unsigned char readNodeInstance(vlInput *in, ozName const &className, ozName *defName, ozContainer *&obj);
   static unsigned char readFields(vlInput *in, ozContainer *container);
   static unsigned char readvlField(vlInput *in, ozContainer *container, ozName const &name);
-  static unsigned char readOrbisField(vlInput *in, ozType *type, ozField *field, ozName const &name);
+  static unsigned char readOrbisField(vlInput *in, ozContainer *container, ozFieldInfo *info, ozName const &name);
   static unsigned char readMFField(vlInput *in, ozType *type, ozField *field);
   static unsigned char readMFElt(vlInput *in, ozField *field, int &index);
   static unsigned char readSFNode(vlInput *in, ozContainer *&obj);

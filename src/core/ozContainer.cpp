@@ -132,21 +132,26 @@ ozField *ozContainer::getField(int id) {
   return findFieldObject(id);
 }
 
-ozField *ozContainer::findField(char const *name) {
-  for (int id = 0; id < getFieldInfoCount(); ++id)
-    if (getFieldInfo(static_cast<short>(id))->match(name)) return getField(id);
+static ozFieldInfo *match(ozType *type, char const *name) {
+  for (int id = 0; id < type->getFieldInfoCount(); ++id)
+    if (type->getFieldInfo(id)->match(name)) return type->getFieldInfo(id);
   return nullptr;
 }
 
-ozField *ozContainer::getField(char const *name) {
-  if (ozField *const field = findField(name)) return field;
+ozFieldInfo *ozContainer::findFieldInfo(char const *name) const {
+  if (ozFieldInfo *const info = match(getType(), name)) return info;
   // That "set_" may stand anywhere while the first four characters are dropped is meant.
-  if (strstr(name, "set_")) return findField(name + 4);
+  if (strstr(name, "set_")) return match(getType(), name + 4);
   char const *const suffix = strstr(name, "_changed");
   if (!suffix) return nullptr;
   ozString event(name);
   const_cast<char *>(event.getString())[suffix - name] = '\0';
-  return findField(event.getString());
+  return match(getType(), event.getString());
+}
+
+ozField *ozContainer::getField(char const *name) {
+  ozFieldInfo *const info = findFieldInfo(name);
+  return info ? getField(info->getId()) : nullptr;
 }
 
 void ozContainer::connect(short id, ozContainer *other, short otherId) {

@@ -30,6 +30,8 @@ ozFieldInfo::~ozFieldInfo() {
 
 void ozFieldInfo::write(ozOutput *) {}
 
+void ozFieldInfo::fieldChanged(ozContainer *container) const { container->fieldChanged(_id); }
+
 void ozFieldInfo::addAlias(char const *name) {
   if (!_aliases) _aliases = new ozPtrArray;
   _aliases->append(new ozName(name));

@@ -31,6 +31,13 @@ void ozSFRefInfo::copy(ozContainer *dst, ozContainer *src) {
   dst->refer(member(dst));
 }
 
+void ozSFRefInfo::set(ozContainer *container, ozContainer *c) {
+  if (isBadType(c, "ozSFRef::set()", container)) return;
+  container->refer(member(container), c);
+  member(container) = c;
+  fieldChanged(container);
+}
+
 OZ_DEFINE_TYPE_POINTER(ozSFRef, "ozSFRef", ozField)
 
 void ozSFRef::addInfo(ozType *type, char const *name, short id, ozType *refType, char ozContainer::*member) {

@@ -22,14 +22,14 @@ vlReadState::~vlReadState() {
   for (unsigned int i = 0; i < _referenceRoutes.getCount(); ++i) delete static_cast<Route *>(_referenceRoutes[i]);
 }
 
-ozField *vlReadState::fieldOf(ozContainer *container, ozName const &name) {
+ozFieldInfo *vlReadState::findField(ozContainer *container, ozName const &name) {
   ozType *const type = container->getType();
   unsigned long const mixed = (keyOf(type) ^ keyOf(name.getString())) * 0x9e3779b97f4a7c15ul;
   FoundField &found = _found[mixed >> 56];
-  if (found.type == type && found.name == name.getString()) return container->getField(found.id);
-  ozField *const field = container->getField(name.getString());
-  if (field) found = {type, name.getString(), field->getId()};
-  return field;
+  if (found.type == type && found.name == name.getString()) return found.info;
+  ozFieldInfo *const info = container->findFieldInfo(name.getString());
+  if (info) found = {type, name.getString(), info};
+  return info;
 }
 
 // ---- nesting

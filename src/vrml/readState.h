@@ -8,6 +8,7 @@
 
 class ozContainer;
 class ozField;
+class ozFieldInfo;
 class ozName;
 class ozType;
 
@@ -61,8 +62,8 @@ public:
   /// contain itself, or the graph too deep, is refused.
   void connectReferences(ozContainer *root);
 
-  /// The field of a name, as ozContainer::getField has it, which searches: a file asks for few names, many times.
-  ozField *fieldOf(ozContainer *container, ozName const &name);
+  /// As ozContainer::findFieldInfo, which searches: a file asks for few names, many times.
+  ozFieldInfo *findField(ozContainer *container, ozName const &name);
 
   vlReadState *const outer;
   int const inlineDepth; ///< of files
@@ -86,7 +87,7 @@ private:
   struct FoundField {
     ozType *type;
     char const *name;
-    short id;
+    ozFieldInfo *info;
   };
 
   int depth() const { return _outerDepth + static_cast<int>(_open.getCount()); }

@@ -24,8 +24,8 @@ unsigned char vlDB::readFields(vlInput *in, ozContainer *container) {
 }
 
 unsigned char vlDB::readvlField(vlInput *in, ozContainer *container, ozName const &name) {
-  ozField *const field = _state->fieldOf(container, name);
-  if (field) return readOrbisField(in, field->getType(), field, name);
+  ozFieldInfo *const info = _state->findField(container, name);
+  if (info) return readOrbisField(in, container, info, name);
   vlReadError::post(in, "Could not get orbis field %s\n", name.getString());
   return 0;
 }
@@ -43,51 +43,75 @@ static unsigned char readRotation(vlInput *in, ozRotation &rotation) {
   return 1;
 }
 
-// Reads a value with `read` and stores it in a field of class Field.
-template <class Field, class Read> static unsigned char readInto(ozField *field, Read read) {
-  typename Field::Value value;
-  if (!read(value)) return 0;
-  static_cast<Field *>(field)->set(value);
-  return 1;
+// Stores a value as the field object's set() does. Where there is none yet and it would find nothing to do beside, none
+// is made: most fields of a file are only set.
+template <class Field, class Value> static void store(ozContainer *container, ozFieldInfo *info, Value const &value) {
+  short const id = info->getId();
+  if (info->getOffset() && !container->findFieldObject(id) && !container->isFieldPending(id))
+    static_cast<typename Field::Description *>(info)->set(container, value);
+  else
+    static_cast<Field *>(container->getField(id))->set(value);
 }
 
-// The vectors are stored also after a failed read: meant so.
-template <class Field, int Count> static unsigned char readVector(vlInput *in, ozField *field) {
-  float v[Count] = {};
-  unsigned char const ok = readFloats(in, v, Count);
-  static_cast<Field *>(field)->set(typename Field::Value(v));
-  return ok;
-}
+namespace {
 
-unsigned char vlDB::readOrbisField(vlInput *in, ozType *type, ozField *field, ozName const &name) {
+// A single-valued field of a container that is being read.
+struct Target {
+  vlInput *in;
+  ozContainer *container;
+  ozFieldInfo *info;
+
+  // Reads a value with read(value) and stores it.
+  template <class Field, class Read> unsigned char readInto(Read read) const {
+    typename Field::Value value;
+    if (!read(value)) return 0;
+    store<Field>(container, info, value);
+    return 1;
+  }
+  template <class Field> unsigned char readPlain() const {
+    return readInto<Field>([this](auto &value) { return in->read(value); });
+  }
+  // The vectors are stored also after a failed read: meant so.
+  template <class Field, int Count> unsigned char readVector() const {
+    float v[Count] = {};
+    unsigned char const ok = readFloats(in, v, Count);
+    store<Field>(container, info, typename Field::Value(v));
+    return ok;
+  }
+};
+
+} // namespace
+
+unsigned char vlDB::readOrbisField(vlInput *in, ozContainer *container, ozFieldInfo *info, ozName const &name) {
+  ozType *const type = info->getFieldType();
   auto const is = [type](ozType *t) { return type->isDerivedFrom(t); };
-  auto const plain = [in](auto &value) { return in->read(value); };
+  Target const target{in, container, info};
   if (is(ozMField::getClassType())) {
-    if (readMFField(in, type, field)) return 1;
+    if (readMFField(in, type, container->getField(info->getId()))) return 1;
     vlReadError::post(in, "Couldn't read value for field \"%s\"", name.getString());
     return 0;
   }
-  if (is(ozSFString::getClassType())) return readInto<ozSFString>(field, plain);
+  if (is(ozSFString::getClassType())) return target.readPlain<ozSFString>();
   if (is(ozSFUByte::getClassType()))
-    return readInto<ozSFUByte>(field, [in](unsigned char &v) { return in->readBool(v); });
-  if (is(ozSFInt::getClassType())) return readInto<ozSFInt>(field, plain);
-  if (is(ozSFEnum::getClassType())) return readInto<ozSFEnum>(field, plain); // a number, never the name: meant so
-  if (is(ozSFFloat::getClassType())) return readInto<ozSFFloat>(field, plain);
+    return target.readInto<ozSFUByte>([in](unsigned char &value) { return in->readBool(value); });
+  if (is(ozSFInt::getClassType())) return target.readPlain<ozSFInt>();
+  if (is(ozSFEnum::getClassType())) return target.readPlain<ozSFEnum>(); // a number, never the name: meant so
+  if (is(ozSFFloat::getClassType())) return target.readPlain<ozSFFloat>();
   if (is(ozSFTime::getClassType())) {
     double seconds;
     if (!in->read(seconds)) return 0;
-    static_cast<ozSFTime *>(field)->set(ozTime(seconds));
+    store<ozSFTime>(container, info, ozTime(seconds));
     return 1;
   }
-  if (is(ozSFVec4f::getClassType())) return readVector<ozSFVec4f, 4>(in, field);
-  if (is(ozSFVec3f::getClassType())) return readVector<ozSFVec3f, 3>(in, field);
-  if (is(ozSFVec2f::getClassType())) return readVector<ozSFVec2f, 2>(in, field);
+  if (is(ozSFVec4f::getClassType())) return target.readVector<ozSFVec4f, 4>();
+  if (is(ozSFVec3f::getClassType())) return target.readVector<ozSFVec3f, 3>();
+  if (is(ozSFVec2f::getClassType())) return target.readVector<ozSFVec2f, 2>();
   if (is(ozSFRotation::getClassType()))
-    return readInto<ozSFRotation>(field, [in](ozRotation &v) { return readRotation(in, v); });
+    return target.readInto<ozSFRotation>([in](ozRotation &value) { return readRotation(in, value); });
   if (is(ozSFRef::getClassType())) {
     ozContainer *obj = nullptr;
     unsigned char const ok = readSFNode(in, obj);
-    static_cast<ozSFRef *>(field)->set(obj);
+    store<ozSFRef>(container, info, obj);
     return ok;
   }
   float unused[6]; // bounds are accepted and ignored: the library computes them

@@ -361,4 +361,19 @@ TEST(ContainerDestruction, ConnectionsInsideOneObjectGoWithIt) {
   thing.connect(Thing::DERIVED, &thing, Thing::NUMBER);
 }
 
+TEST(ContainerFields, ArePendingOneByOne) {
+  Thing *const source = new Thing, *const thing = new Thing;
+  source->value()->connect(thing->value());
+  thing->propagateSideEffect(Thing::DERIVED);
+  EXPECT_TRUE(thing->isFieldPending(Thing::VALUE));
+  EXPECT_TRUE(thing->isFieldPending(Thing::DERIVED));
+  EXPECT_FALSE(thing->isFieldPending(Thing::NUMBER));
+  thing->getValue();
+  thing->getDerived();
+  EXPECT_FALSE(thing->isFieldPending(Thing::VALUE));
+  EXPECT_FALSE(thing->isFieldPending(Thing::DERIVED));
+  source->unref();
+  thing->unref();
+}
+
 } // namespace

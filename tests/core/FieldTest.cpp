@@ -123,6 +123,21 @@ protected:
 };
 TYPED_TEST_SUITE(SingleField, AllSingleFields);
 
+TYPED_TEST(SingleField, IsSetThroughItsDescriptionWithoutAnObject) {
+  this->a.info()->set(&this->a, this->other);
+  EXPECT_TRUE(this->a.member == this->other);
+  EXPECT_EQ(1u, this->a.changes.size());
+  EXPECT_EQ(nullptr, this->a.findFieldObject(0));
+}
+
+TYPED_TEST(SingleField, SettingThroughTheDescriptionReachesConnectedFields) {
+  this->a.value()->connect(this->b.value());
+  this->b.value()->get();
+  this->a.info()->set(&this->a, this->other);
+  EXPECT_TRUE(this->b.value()->isDirty());
+  EXPECT_TRUE(this->b.value()->get() == this->other);
+}
+
 TYPED_TEST(SingleField, ItsClassIsRegisteredUnderTheValueTypesName) {
   EXPECT_STREQ(Case<TypeParam>::name(), TypeParam::getClassType()->getName());
   EXPECT_EQ(ozField::getClassType(), TypeParam::getClassType()->getAncestor());

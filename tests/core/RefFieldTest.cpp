@@ -623,4 +623,25 @@ TEST_F(ForwardedRefs, WithoutAnOutputNobodyIsTold) {
   EXPECT_EQ("0 0 0 0", held());
 }
 
+TEST_F(RefField, IsSetThroughItsDescriptionWithoutAnObject) {
+  auto *const info = static_cast<ozSFRefInfo *>(Thing::getClassType()->getFieldInfo(Thing::OTHER));
+  info->set(parent, things[0]);
+  info->set(parent, things[1]);
+  EXPECT_EQ(things[1], parent->_other);
+  EXPECT_EQ(1u, things[0]->getRefCount());
+  EXPECT_EQ(2u, things[1]->getRefCount());
+  EXPECT_EQ(parent, things[1]->getParent(0));
+  EXPECT_EQ((std::vector<short>{Thing::OTHER, Thing::OTHER}), parent->changes);
+  EXPECT_EQ(nullptr, parent->findFieldObject(Thing::OTHER));
+}
+
+TEST_F(RefField, ItsDescriptionRefusesOtherClassesAsItDoes) {
+  auto *const info = static_cast<ozSFRefInfo *>(Thing::getClassType()->getFieldInfo(Thing::OTHER));
+  info->set(parent, things[0]);
+  std::string const said = stderrOf([&] { info->set(parent, stranger); });
+  EXPECT_EQ(said, stderrOf([&] { parent->other()->set(stranger); }));
+  EXPECT_NE("", said);
+  EXPECT_EQ(things[0], parent->_other);
+}
+
 } // namespace

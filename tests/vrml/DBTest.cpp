@@ -693,4 +693,28 @@ TEST(DB, WhatIsWrittenCanBeReadBack) {
   EXPECT_EQ(transform->getChild(0), transform->getChild(1));
 }
 
+TEST(DB, AFieldThatIsOnlySetHasNoObject) {
+  Reading const r("Shape { appearance Appearance { material Material { transparency 0.5 } } }");
+  ozAppearance *const app = r.child<ozShape>(0)->getAppearance();
+  EXPECT_EQ(0.5f, app->getMaterial()->getTransparency());
+  for (ozContainer *c : {static_cast<ozContainer *>(app), static_cast<ozContainer *>(app->getMaterial())})
+    for (int id = 0; id < c->getType()->getFieldInfoCount(); ++id) EXPECT_EQ(nullptr, c->findFieldObject(id)) << id;
+}
+
+TEST(DB, AValueBehindARouteReachesTheOtherEnd) {
+  Reading const r("DEF A Transform { } DEF B Transform { ROUTE B.translation TO A.translation translation 1 2 3 }");
+  ozVec3f translation;
+  r.child<ozTransform>(0)->getTranslation(translation);
+  EXPECT_TRUE(translation == ozVec3f(1, 2, 3));
+}
+
+TEST(DB, AnIndexSetThatIsGivenIsNotMadeAnew) {
+  Reading const r("Shape { geometry IndexedFaceSet { coord Coordinate { point [ 0 0 0, 1 0 0, 0 1 0 ] }\n"
+                  "coordIndex [ 0, 1, 2, -1 ] normal Normal { vector [ 0 0 1 ] }\n"
+                  "normalIndexSet DEF I IndexSet { index [ 0, 0, 0 ] } } }");
+  ozIndexedFaceSet *const set = static_cast<ozIndexedFaceSet *>(r.child<ozShape>(0)->getGeometry(0));
+  ASSERT_NE(nullptr, set->getNormalIndexSet());
+  EXPECT_STREQ("I", set->getNormalIndexSet()->getName());
+}
+
 } // namespace
