@@ -37,10 +37,14 @@ template <class Function> int anyPiece(char const *path, Function use) {
   return done;
 }
 
-// Whether a data file opens. Directories open too, and pipes would wait for a writer: neither is a data file.
+// Whether a data file opens. Directories open too, pipes would wait for a writer and terminals for their user, and
+// other devices never end: none of them is a data file. What is written may go to a device.
 int opens(ozString const &name, int mode) {
   struct stat status;
-  if (stat(name.getString(), &status) == 0 && (S_ISDIR(status.st_mode) || S_ISFIFO(status.st_mode))) return 0;
+  if (stat(name.getString(), &status) == 0) {
+    if (S_ISDIR(status.st_mode) || S_ISFIFO(status.st_mode)) return 0;
+    if (S_ISCHR(status.st_mode) && mode != ozGlobal::WRITE_FMODE) return 0;
+  }
   FILE *file = fopen(name.getString(), nearest(FileModeText, mode));
   if (!file) return 0;
   fclose(file);

@@ -237,6 +237,13 @@ TEST_F(FilePath, APipeIsNoDataFile) { // opening one would wait for a writer
   EXPECT_EQ("!f", find("f"));
 }
 
+TEST_F(FilePath, ADeviceIsNoDataFileToRead) { // a terminal would wait for its user
+  ozString result;
+  for (auto mode : {ozGlobal::READ_FMODE, ozGlobal::READ_BINARY_FMODE, ozGlobal::READ_TEXT_FMODE})
+    EXPECT_EQ(0, ozGlobal::findFile("/dev/null", result, mode));
+  EXPECT_EQ(1, ozGlobal::findFile("/dev/null", result, ozGlobal::WRITE_FMODE));
+}
+
 TEST_F(FilePath, TheNameMayBeTheResultsOwnText) {
   makeDirectory("a");
   makeFile("a/f");
