@@ -44,8 +44,11 @@ void ozAudioClip::eval() {
   ozTime const now = ozTime::getTimeOfDay();
   if (_startTime > now || !_samples) return;
   sampleDuration = static_cast<double>(_samples->getNumFrames()) / static_cast<double>(_samples->getSampleRate());
-  bool const running = _startTime >= _stopTime ? !playedOut : _stopTime > now;
-  unsigned char const active = running || _loop;
+  unsigned char active = 0; // also where a time is no number
+  if (_startTime >= _stopTime)
+    active = !playedOut || _loop;
+  else if (_startTime < _stopTime)
+    active = _stopTime > now || _loop;
   if (active == _isActive) return;
   static_cast<ozSFUByte *>(getField(8))->set(active);
   if (!active)

@@ -111,8 +111,8 @@ int ozSoundPlayer::convert(ozSound *sound, ozAudioSamples *samples, ozAudioOutpu
   double const mostBytes = 1 << 24;
   double const frameSize = static_cast<double>(sampleSize) * _numChannels;
   double const outputSize = static_cast<double>(sizeof(short)) * _numChannels;
-  double stretch = 1 / static_cast<double>(_frequencyFactor);
-  if (!(stretch > 1) || isinf(stretch)) stretch = 1;
+  bool const isSlow = _frequencyFactor > 0 && _frequencyFactor < 1;
+  double const stretch = isSlow ? 1 / static_cast<double>(_frequencyFactor) : 1;
   double const needed = floor(fmin((frames + 2.0) * stretch * frameSize, mostBytes));
   double const written16 = fmin(frames * outputSize, mostBytes);
   unsigned int const size = static_cast<unsigned int>(fmax(needed, written16));
