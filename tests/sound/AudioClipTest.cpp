@@ -155,6 +155,49 @@ TEST_F(AudioClipTest, WritingEitherTimeArmsItAgain) {
   EXPECT_EQ(1, clip->playedOut);
 }
 
+TEST_F(AudioClipTest, AStartTimeFromAConnectionArmsItAgainToo) {
+  Held<ozAudioClip> from;
+  from->setStartTime(-3.0);
+  from->connect(5, clip, 5);
+  clip->setStopTime(-9.0);
+  clip->eval();
+  clip->playedOut = 1;
+  clip->eval();
+  ASSERT_EQ(0, clip->getIsActive());
+  from->setStartTime(now() - 1);
+  clip->eval();
+  EXPECT_EQ(0, clip->playedOut);
+  EXPECT_EQ(1, clip->getIsActive());
+  EXPECT_LT(0.0, clip->getStartTime().get());
+}
+
+TEST_F(AudioClipTest, ATimeThatIsNoNumberMakesItInactive) {
+  clip->setLoop(1); // or it would be inactive anyway
+  double const nan = std::nan("");
+  for (bool isStart : {true, false}) {
+    clip->setStartTime(isStart ? nan : -1.0);
+    clip->setStopTime(isStart ? now() + 1000 : nan);
+    static_cast<ozSFUByte *>(clip->getField(8))->set(1);
+    clip->eval();
+    EXPECT_EQ(0, clip->getIsActive());
+  }
+}
+
+TEST_F(AudioClipTest, LoopingOneStartsOnlyAtItsStartTime) {
+  clip->eval();
+  ASSERT_EQ(0, clip->getIsActive());
+  clip->setLoop(1);
+  clip->setStartTime(now() + 1000);
+  clip->eval();
+  EXPECT_EQ(0, clip->getIsActive());
+}
+
+TEST_F(AudioClipTest, TellsOfANewUrlAndOfNewSamples) {
+  clip->url()->set(0, "bell.wav");
+  clip->setSamples(nullptr);
+  EXPECT_THAT(clip->changes, ElementsAre(0, 1));
+}
+
 TEST_F(AudioClipTest, KnowsTheLengthOfItsSamplesInSeconds) {
   clip->eval();
   EXPECT_EQ(0.5, clip->sampleDuration);

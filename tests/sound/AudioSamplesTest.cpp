@@ -1,5 +1,9 @@
 #include "soundFixture.h"
 
+#include <limits>
+#include <sys/stat.h>
+#include <unistd.h>
+
 using ::testing::ElementsAre;
 
 namespace {
@@ -91,6 +95,11 @@ TEST(AudioSamples, EachSetterReachesItsFieldAndItsGetter) {
   EXPECT_EQ(2, samples->getLoadStatusHack());
 }
 
+TEST(AudioSamples, GivesTheFieldOfItsSamples) {
+  Held<ozAudioSamples> samples;
+  EXPECT_EQ(samples->getField(1), samples->samples());
+}
+
 TEST(AudioSamples, EnumeratorsHaveTheirNames) {
   ozFieldInfo *const type = ozAudioSamples::getClassType()->getFieldInfo(6);
   ozFieldInfo *const status = ozAudioSamples::getClassType()->getFieldInfo(8);
@@ -153,6 +162,35 @@ TEST(AudioSamplesLoad, PullsANameFromAConnection) {
   EXPECT_EQ("ozAudioSamples::load() Could not open file no/such/connected.wav\n", stderrOf([&] { to->load(); }));
 }
 
+TEST(AudioSamplesLoad, LooksAlongTheFilePathAndTellsTheNameAsItWasGiven) {
+  ASSERT_EQ(0, mkdir("soundpath", 0700));
+  writeBytes("soundpath/nosound.txt", "no sound");
+  ozString const before(ozGlobal::getFilePath());
+  ozGlobal::setFilePath("soundpath");
+  Held<ozAudioSamples> samples;
+  samples->setFileName("nosound.txt");
+  EXPECT_EQ("ozAudioSamples::load - failed loading nosound.txt - audio not yet avail on non-ZTK platforms\n",
+            stderrOf([&] { samples->load(); }));
+  ozGlobal::setFilePath(before.getString());
+  std::remove("soundpath/nosound.txt");
+  rmdir("soundpath");
+}
+
+TEST(AudioSamplesLoad, TriesAgainInAnyOtherStatus) {
+  Held<ozAudioSamples> samples;
+  for (int status : {0, 1, 2, 77}) {
+    samples->setLoadStatusHack(status);
+    EXPECT_EQ("ozAudioSamples::load() Could not open file noName\n", stderrOf([&] { samples->load(); }));
+    EXPECT_EQ(status, samples->getLoadStatusHack());
+  }
+}
+
+TEST(AudioSamplesLoad, ADeviceIsNoSoundFile) { // and one that waits for its user must not be waited for
+  Held<ozAudioSamples> samples;
+  samples->setFileName("/dev/zero");
+  EXPECT_EQ("ozAudioSamples::load() Could not open file /dev/zero\n", stderrOf([&] { samples->load(); }));
+}
+
 // ---- scale
 
 TEST(AudioSamplesScale, ReadsOneByteAsSignedAndCutsAt255) {
@@ -166,6 +204,7 @@ TEST(AudioSamplesScale, ReadsTwoBytesAsUnsignedAndCutsAt65535) {
 
 TEST(AudioSamplesScale, ReadsFourBytesAndCutsAt4294967295) {
   EXPECT_THAT(scaled<uint32_t>({16, 4000000000u}, 2), ElementsAre(32u, 4294967295u));
+  EXPECT_THAT(scaled<uint32_t>({4294967295u}, 1), ElementsAre(4294967295u)); // a float makes one more of it
 }
 
 TEST(AudioSamplesScale, CutsFractionsOff) { EXPECT_THAT(scaled<uint16_t>({3, 7, 100}, 0.5f), ElementsAre(1, 3, 50)); }

@@ -3,6 +3,7 @@
 #include "soundFixture.h"
 
 #include <cstdlib>
+#include <dlfcn.h>
 #include <memory>
 #include <time.h>
 
@@ -109,13 +110,111 @@ TEST_F(OpenALTest, PortsThatAreNotOpenAreNotThere) {
   EXPECT_EQ(16, output->getNumChannels());
 }
 
-TEST_F(OpenALTest, PlaysASoundOfAGraph) {
-  ozAudioOutput::install(output.get());
-  Held<ozSound> sound(makeSound(std::vector<int16_t>(5000, 1000)));
-  EXPECT_EQ(16u, SoundLists::SoundPlayersArray.getCount());
+namespace {
+
+/// A graph on the output: a sound of 1000 frames a second where the microphone is.
+class OpenALGraphTest : public OpenALTest {
+protected:
+  void SetUp() override {
+    OpenALTest::SetUp();
+    ozAudioOutput::install(output.get());
+    if (!output) return;
+    sound.reset(new Held<ozSound>(makeSound(std::vector<int16_t>(5000, 1000)))); // starts the players
+    action.setMicrophone(microphone);
+  }
+  void TearDown() override {
+    sound.reset();
+    ozAudioOutput::install(nullptr);
+  }
+
+  ozSound *get() { return sound->get(); }
+  // The frame that is next after a walk, which must say nothing.
+  float play() {
+    EXPECT_EQ("", stderrOf([&] { action.apply(get()); }));
+    return get()->getCurrentFrame();
+  }
+
+  std::unique_ptr<Held<ozSound>> sound;
   Held<ozMicrophone> microphone;
   ozSoundAction action;
-  action.setMicrophone(microphone);
-  action.apply(sound);
-  EXPECT_EQ(250, sound->getCurrentFrame()); // a quarter of a second at 1000 frames each
+};
+
+} // namespace
+
+TEST_F(OpenALGraphTest, PlaysAQuarterOfASecondAhead) {
+  EXPECT_EQ(16u, SoundLists::SoundPlayersArray.getCount());
+  EXPECT_EQ(250, play());
+}
+
+TEST_F(OpenALGraphTest, PlaysTwiceAsFastAtADoublePitch) {
+  get()->getSource()->setPitch(2);
+  EXPECT_EQ(500, play());
+}
+
+TEST_F(OpenALGraphTest, ALoopGoesOnFromItsStart) {
+  get()->getSource()->getSamples()->setNumFrames(100);
+  get()->getSource()->setLoop(1);
+  EXPECT_EQ(50, play()); // 250 frames are two rounds and a half
+  EXPECT_EQ(0, get()->getSource()->playedOut);
+}
+
+TEST_F(OpenALGraphTest, AShortSoundEndsAndIsPlayedOnce) {
+  get()->getSource()->getSamples()->setNumFrames(100);
+  EXPECT_EQ(0, play());
+  EXPECT_EQ(1, get()->getSource()->playedOut);
+  play();
+  EXPECT_EQ(0, get()->getSource()->getIsActive());
+  EXPECT_EQ(0u, SoundLists::SoundsArray.getCount());
+}
+
+TEST_F(OpenALGraphTest, OutOfReachNothingIsPlayed) {
+  microphone->setPosition(0, 0, 10);
+  EXPECT_EQ(0, play());
+}
+
+TEST_F(OpenALGraphTest, ARateOfZeroNoSamplesAndNoSourceAreSilent) {
+  ozAudioClip *const clip = get()->getSource();
+  clip->getSamples()->setSampleRate(0);
+  EXPECT_EQ(0, play());
+  clip->setSamples(nullptr);
+  EXPECT_EQ(0, play());
+  get()->setSource(nullptr);
+  EXPECT_EQ(0, play());
+}
+
+TEST_F(OpenALGraphTest, AFullQueueWaits) {
+  get()->getSource()->getSamples()->setSampleRate(100); // ten seconds a walk: none of it is played meanwhile
+  get()->getSource()->setLoop(1);
+  SoundLists::player(15)->setBufferLength(10);
+  for (int i = 0; i < 40; ++i) play();
+  float const place = get()->getCurrentFrame();
+  EXPECT_EQ(place, play());
+}
+
+TEST_F(OpenALGraphTest, ThePortsComeBackWithThePlayers) {
+  EXPECT_EQ(0, output->getNumChannels());
+  ozAudioOutput::install(nullptr);
+  EXPECT_EQ(16, output->getNumChannels());
+}
+
+TEST_F(OpenALGraphTest, TheApplicationsContextStaysCurrent) {
+  // By name: the library links to what these tests do not.
+  auto const openDevice = reinterpret_cast<void *(*)(char const *)>(dlsym(RTLD_DEFAULT, "alcOpenDevice"));
+  auto const create = reinterpret_cast<void *(*)(void *, int const *)>(dlsym(RTLD_DEFAULT, "alcCreateContext"));
+  auto const make = reinterpret_cast<char (*)(void *)>(dlsym(RTLD_DEFAULT, "alcMakeContextCurrent"));
+  auto const current = reinterpret_cast<void *(*)()>(dlsym(RTLD_DEFAULT, "alcGetCurrentContext"));
+  auto const destroy = reinterpret_cast<void (*)(void *)>(dlsym(RTLD_DEFAULT, "alcDestroyContext"));
+  auto const closeDevice = reinterpret_cast<char (*)(void *)>(dlsym(RTLD_DEFAULT, "alcCloseDevice"));
+  ASSERT_TRUE(openDevice && create && make && current && destroy && closeDevice);
+  void *const device = openDevice(nullptr);
+  void *const own = create(device, nullptr);
+  make(own);
+  EXPECT_EQ(250, play());
+  EXPECT_EQ(own, current());
+  ozAudioOutput::install(nullptr);
+  output.reset();
+  EXPECT_EQ(own, current());
+  make(nullptr);
+  destroy(own);
+  closeDevice(device);
 }

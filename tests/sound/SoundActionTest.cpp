@@ -148,6 +148,45 @@ TEST_F(SoundActionTest, ASoundKeepsItsPlayer) {
   EXPECT_EQ(nullptr, action.findSoundPlayer(a));
 }
 
+TEST_F(SoundActionTest, ASoundKeepsItsPortFromWalkToWalk) {
+  install();
+  Held<ozGroup> group;
+  ozSound *const a = makeSound(steady(100)), *const b = makeSound(steady(200));
+  group->addChild(a);
+  group->addChild(b);
+  auto const portOf = [&](short value) {
+    for (KeptOutput::Write const &write : output.writes)
+      if (write.samples[0] == value) return write.port;
+    return -1;
+  };
+  action.apply(group);
+  int const port = portOf(100);
+  EXPECT_EQ(SoundLists::player(0)->getSound(), a); // b took the last
+  b->setControl(ozSound::PAUSE);
+  output.writes.clear();
+  action.apply(group);
+  EXPECT_THAT(output.writes, SizeIs(1));
+  EXPECT_EQ(port, portOf(100));
+}
+
+TEST_F(SoundActionTest, EachWalkFreesThePlayers) {
+  install();
+  Held<ozSound> sound(makeSound(steady(1)));
+  action.apply(sound);
+  EXPECT_EQ(1, SoundLists::player(1)->getUsed());
+  action.apply(nullptr);
+  EXPECT_EQ(0, SoundLists::player(1)->getUsed());
+}
+
+TEST_F(SoundActionTest, ASoundWhoseSourceWentWhileItWaitedIsSilent) {
+  install();
+  Held<ozSound> sound(waiting(makeSound(steady(1))));
+  sound->setSource(nullptr);
+  EXPECT_EQ("", stderrOf([&] { action.apply(nullptr); }));
+  EXPECT_THAT(output.writes, IsEmpty());
+  EXPECT_FALSE(SoundLists::isWaiting(sound));
+}
+
 TEST_F(SoundActionTest, AStrangerTakesTheLastUnusedPlayer) {
   install();
   Held<ozSound> sound(makeSound(steady(1)));

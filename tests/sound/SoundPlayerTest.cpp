@@ -244,6 +244,28 @@ TEST_F(SoundPlayerTest, TheIntensityIsThatOfTheSoundUpToItsMost) {
   EXPECT_EQ(2, player->getIntensityFactor()); // 2.7 cut at maxIntensity
 }
 
+TEST_F(SoundPlayerTest, TheIntensityEndsBehindMaxFront) {
+  player->_open = 1;
+  auto const at = [&](float distance) {
+    player->setMicrophonePosition(0, distance, 0);
+    player->update();
+    return player->getIntensityFactor();
+  };
+  EXPECT_EQ(1, at(0.99f)); // before minFront, which is 1
+  EXPECT_NEAR(0.1f, at(10), 1e-6f);
+  EXPECT_EQ(0, at(10.01f));
+}
+
+TEST_F(SoundPlayerTest, TheFactorsAreWrittenWithoutTelling) {
+  Held<OpenPlayer> follower;
+  player->connect(8, follower, 8);
+  EXPECT_EQ(1, follower->getIntensityFactor());
+  player->_open = 1;
+  player->update();
+  EXPECT_FALSE(follower->getField(8)->isDirty());
+  EXPECT_EQ(1, follower->getIntensityFactor());
+}
+
 TEST_F(SoundPlayerTest, TheDistanceIsMeasuredFromTheSoundsWorldPosition) {
   player->_open = 1;
   sound->setLocation(0, 0, 3.5f);
@@ -300,6 +322,18 @@ TEST_F(SoundPlayerTest, SaysWhenTheBufferWasReckonedSmallerThanWhatCameBack) {
   player->setNumChannels(1);
   // (50 + 2) frames of 2 bytes, in frames of 4 bytes.
   EXPECT_EQ("\n\nbufSize = 26 frames (50 returned)\n\n", stderrOf([&] { EXPECT_EQ(100, updateWithOutput()); }));
+}
+
+TEST_F(SoundPlayerTest, ALowPitchLengthensTheBufferAndAHighOneLeavesIt) {
+  samples()->setNumChannels(2);
+  samples()->setNumFrames(300);
+  player->setNumChannels(1);
+  clip()->setPitch(0.5f); // (50 + 2) * 2 frames of 2 bytes, in frames of 4 bytes: 52 of them
+  EXPECT_EQ("", stderrOf([&] { EXPECT_EQ(100, updateWithOutput()); }));
+  clip()->setPitch(0.75f); // 69.33 frames of 2 bytes are 138 bytes, and those 34 frames of 4
+  EXPECT_EQ("\n\nbufSize = 34 frames (50 returned)\n\n", stderrOf([&] { player->update(); }));
+  clip()->setPitch(2);
+  EXPECT_EQ("\n\nbufSize = 26 frames (50 returned)\n\n", stderrOf([&] { player->update(); }));
 }
 
 TEST_F(SoundPlayerTest, AFullQueueTakesNothing) {

@@ -3,6 +3,7 @@
 #include "soundFixture.h"
 
 #include <cmath>
+#include <limits>
 
 using ::testing::ElementsAre;
 
@@ -224,6 +225,12 @@ TEST_F(SoundNode, WithoutASourceNothingHappens) {
   EXPECT_EQ(0, sound->getWasActive());
 }
 
+TEST_F(SoundNode, ACopyOfOneThatWaitsDoesNotWait) {
+  sound->sound();
+  Held<ozContainer> copied(sound->clone(ozContainer::CLONE_SHALLOW));
+  EXPECT_EQ(1u, SoundLists::SoundsArray.getCount());
+}
+
 TEST_F(SoundNode, TakesItselfOffTheListWhenItGoes) {
   {
     Held<ozSound> other(makeSound({1, 2}));
@@ -249,6 +256,20 @@ TEST_F(SoundNode, TheRangeFollowsMaxFrontAndMinFront) {
   sound->setMinFront(2);
   EXPECT_FLOAT_EQ(1 - 0.9f * 4 / 16, sound->getAttenuation(2));
   EXPECT_NEAR(0.1f, sound->getAttenuation(4), 1e-6f);
+}
+
+TEST_F(SoundNode, TheRangeFollowsDistancesFromConnections) {
+  Held<ozSound> from;
+  from->connect(11, sound, 11);
+  from->connect(13, sound, 13);
+  from->setMaxFront(6);
+  from->setMinFront(2);
+  EXPECT_FLOAT_EQ(1 - 0.9f * 4 / 16, sound->getAttenuation(2));
+}
+
+TEST_F(SoundNode, AnEndlessRangeIsHeardInFullEverywhere) {
+  sound->setMaxFront(std::numeric_limits<float>::infinity());
+  EXPECT_EQ(1, sound->getAttenuation(1e6f));
 }
 
 TEST_F(SoundNode, TheFieldsForTheBackHaveNoEffectOnTheAttenuation) {

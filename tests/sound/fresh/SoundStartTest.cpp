@@ -23,6 +23,11 @@ TEST(SoundStart, ThePlayerPullsTheNodesInAheadOfTheFields) {
   EXPECT_LT(idOf(ozSound::getClassType()), idOf(ozGroup::getClassType()));
 }
 
+TEST(SoundStart, TheListOfActiveClipsHasRoomForFour) {
+  EXPECT_EQ(4u, ozAudioClip::getActiveClips().getSize());
+  EXPECT_EQ(0u, ozAudioClip::getActiveClips().getCount());
+}
+
 TEST(SoundStart, NothingIsStartedUntilTheFirstSound) {
   EXPECT_EQ(0, SoundLists::SoundInitialized);
   ozSoundAction().apply(nullptr);
