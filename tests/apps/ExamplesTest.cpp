@@ -2,6 +2,9 @@
 
 #include "program.h"
 #include "window/windowFixture.h"
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <gmock/gmock.h>
 
 using testing::HasSubstr;
@@ -60,6 +63,28 @@ TEST(Examples, OffscreenDrawsACone) {
   auto red = [&](int x, int y) { return static_cast<unsigned char>(picture[15 + (y * 320 + x) * 3]); };
   EXPECT_EQ(red(5, 5), 255) << "the background is white";
   EXPECT_LT(red(160, 150), 200) << "the cone is blue";
+}
+
+TEST(Examples, SoundMovesOutOfHearing) {
+  Folder const folder;
+  std::string const heard = folder / "heard.wav";
+  std::string const settings = "[general]\ndrivers = wave\nchannels = mono\nfrequency = 11025\nsample-type = int16\n";
+  setenv("ALSOFT_CONF", folder.write("wave.conf", settings + "[wave]\nfile = " + heard + "\n").c_str(), 1);
+  Program program({model("sound"), "30"}, false, example("sound"));
+  int const status = program.wait();
+  unsetenv("ALSOFT_CONF");
+  if (status == 1 && program.err() == "There is no audio device.\n") GTEST_SKIP() << "built without OpenAL";
+  EXPECT_EQ(status, 0) << program.err();
+  EXPECT_EQ(program.out(), "heard from 0 to 30\n");
+
+  // The bell ends ten units away, a third of the way.
+  std::string const bytes = textOf(heard);
+  std::vector<int16_t> played(bytes.size() / 2);
+  memcpy(played.data(), bytes.data(), played.size() * 2);
+  size_t const quarter = played.size() / 4;
+  auto const loud = [](int16_t sample) { return sample > 327 || sample < -327; }; // a hundredth of the range
+  EXPECT_GT(std::count_if(played.begin(), played.begin() + quarter, loud), 1000);
+  EXPECT_EQ(std::count_if(played.end() - quarter, played.end(), loud), 0);
 }
 
 class WindowExample : public testing::TestWithParam<char const *> {};
