@@ -45,6 +45,27 @@ void ozPickSensor::fieldChanged(short id) {
 
 namespace {
 
+// Keeps what a hit tells of while sensors are called: the application may take it out of the graph meanwhile. Objects
+// without references are the application's own, and stay so.
+class PathHold {
+public:
+  explicit PathHold(ozHit const &hit) {
+    for (unsigned int i = 0; i < hit.path.getCount(); ++i) {
+      if (!hit.path[i] || !hit.path[i]->getRefCount()) continue;
+      hit.path[i]->ref();
+      _held.append(hit.path[i]);
+    }
+  }
+  ~PathHold() {
+    for (unsigned int i = 0; i < _held.getCount(); ++i) _held[i]->unref();
+  }
+  PathHold(PathHold const &) = delete;
+  PathHold &operator=(PathHold const &) = delete;
+
+private:
+  ozRefArray _held;
+};
+
 // Calls each sensor of a list, which may lose sensors on the way.
 void forEach(ozPtrArray const &list, void (ozPickSensor::*call)(ozHit const &), ozHit const &hit) {
   for (unsigned int i = 0; i < list.getCount();) {
@@ -80,6 +101,7 @@ void ozPickSensor::updateSensors(ozNode *root, ozCamera *camera, int x, int y, i
   ozHit hit;
   _PickList->setCount(0);
   if (camera->pick(root, x, y, hit)) collectPicked(hit);
+  PathHold const hold(hit);
 
   if (_Grabbing && buttonDown) {
     forEach(*_GrabList, &ozPickSensor::motion, hit);

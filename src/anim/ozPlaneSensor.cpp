@@ -42,7 +42,7 @@ void ozPlaneSensor::beginGrab(ozHit const &hit) {
 }
 
 static void clampAxis(ozVec3f &v, int axis, ozVec2f const &min, ozVec2f const &max) {
-  if (max[axis] < min[axis]) return;
+  if (!(max[axis] >= min[axis])) return; // a limit that is no number limits nothing
   if (v[axis] < min[axis])
     v[axis] = min[axis];
   else if (v[axis] > max[axis])

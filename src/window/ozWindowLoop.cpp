@@ -63,12 +63,14 @@ void ozWindow::processEvents() {
 
 void ozWindow::idleFunc() {
   unsigned long const pass = ++_Pass;
+  bool const anyWindow = !ozWindowList::isEmpty();
   ozTimeSensor::updateSensors();
   while (ozWindow *window = ozWindowList::nextOfPass(pass)) {
     window->_idlePass = pass;
     window->processEvents();
   }
-  if (!_RenderFunc || ozWindowList::isEmpty()) return;
+  // A turn that has lost its last window has nothing to draw in any more.
+  if (!_RenderFunc || (anyWindow && ozWindowList::isEmpty())) return;
   // The last window of the turn; any other if that one is gone.
   ozWindow *const current = getCurrent();
   ozWindowScope const scope(current ? current : ozWindowList::first());
@@ -116,6 +118,8 @@ void ozWindow::turn() {
   glutMainLoopEvent();
   deliverCloses();
   if (_FreeRun && !ozWindowList::isEmpty()) idleFunc(); // the toolkit's step never calls it
+  // Closed in free run, which ended ahead of the idle turn that would have deleted it.
+  while (ozWindow *window = _FreeRun ? nullptr : ozWindowList::firstClosed()) window->processEvents();
 }
 
 // Those that crossingFunc has not had: the application may have put another callback in its place.

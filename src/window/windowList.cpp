@@ -1,5 +1,7 @@
 #include "window/windowList.h"
 
+#include "window/windowScope.h"
+
 ozWindowList::List &ozWindowList::all() {
   static List *const list = new List; // windows may die as late as the process
   return *list;
@@ -7,6 +9,10 @@ ozWindowList::List &ozWindowList::all() {
 
 ozWindow *ozWindowList::first() {
   return search([](ozWindow const &) { return true; });
+}
+
+ozWindow *ozWindowList::firstClosed() {
+  return search([](ozWindow const &candidate) { return candidate._deletePending && !ozWindowScope::runs(&candidate); });
 }
 
 ozWindow *ozWindowList::find(void const *window) {

@@ -9,6 +9,8 @@ struct ozWindowList {
   static List &all();
   static bool isEmpty() { return all().isEmpty(); }
   static ozWindow *first();
+  /// The first that its next frame deletes, and that is not in a frame now; null if there is none.
+  static ozWindow *firstClosed();
 
   /// The window with this address, number or handle; null if there is none (any more).
   static ozWindow *find(void const *window);

@@ -40,6 +40,12 @@ ozWindowScope::~ozWindowScope() {
   if (!_Innermost && !retired().empty() && glutGet(GLUT_INIT_STATE)) glutTimerFunc(0, destroyRetired, 0);
 }
 
+bool ozWindowScope::runs(ozWindow const *window) {
+  for (ozWindowScope const *scope = _Innermost; scope; scope = scope->_outer)
+    if (scope->_window == window) return true;
+  return false;
+}
+
 void ozWindowScope::forget(ozWindow *window) {
   for (ozWindowScope *scope = _Innermost; scope; scope = scope->_outer)
     if (scope->_window == window) scope->_window = nullptr;

@@ -19,6 +19,8 @@ public:
   /// Null once the window is deleted.
   ozWindow *window() const { return _window; }
 
+  /// Whether code on behalf of the window is running.
+  static bool runs(ozWindow const *window);
   /// The window is deleted.
   static void forget(ozWindow *window);
   /// Gives the toolkit's part of a deleted window back to it: at once, or when no callback runs any more, because the

@@ -274,3 +274,48 @@ TEST_F(PickSensor, MayDeleteOthersInACallOfAnyKind) {
     taken();
   }
 }
+
+TEST_F(PickSensor, IsPickedOnlyDuringTheUpdate) {
+  Probe *const a = new Probe("a");
+  scene.group->addChild(a);
+  scene.mouse(0, 0, 0);
+  EXPECT_EQ(taken(), (Calls{"a motion over"}));
+  EXPECT_FALSE(a->isPicked());
+}
+
+TEST_F(PickSensor, DisabledUnderThePointerItSeesOneLastMotion) {
+  Probe *const a = new Probe("a");
+  scene.group->addChild(a);
+  scene.mouse(0, 0, 0);
+  taken();
+  a->setEnabled(0);
+  scene.mouse(0, 0, 0);
+  EXPECT_EQ(taken(), (Calls{"a motion"}));
+  scene.mouse(0, 0, 0);
+  EXPECT_EQ(taken(), Calls());
+}
+
+// The first takes the geometry away; the second still drags in its space.
+TEST_F(PickSensor, MayTakeWhatWasHitOutOfTheGraph) {
+  Probe *const a = new Probe("a");
+  ozPlaneSensor *const plane = new ozPlaneSensor;
+  scene.group->addChild(a);
+  scene.group->addChild(plane);
+  scene.transform->setTranslation(2, 0, 0);
+  a->then = [&] { scene.group->removeChild(scene.transform); };
+  scene.mouse(2.5f, 0, 1);
+  EXPECT_EQ(taken(), (Calls{"a begin over"}));
+  ozVec3f point;
+  plane->getTrackPoint(point);
+  EXPECT_TRUE(point.almostEqual(ozVec3f(0.5f, 0, 0), 0.02f));
+}
+
+TEST_F(PickSensor, LeavesAGraphThatNobodyCountsAlone) {
+  ozGroup root;
+  root.addChild(scene.group);
+  scene.group->addChild(new Probe("a"));
+  ozPickSensor::updateSensors(&root, scene.camera, 250, 250, 0);
+  EXPECT_EQ(taken(), (Calls{"a motion over"}));
+  EXPECT_EQ(root.getRefCount(), 0u);
+  EXPECT_EQ(root.getChildCount(), 1);
+}

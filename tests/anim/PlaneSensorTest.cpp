@@ -3,6 +3,8 @@
 #include "oz/ozHit.h"
 #include "support/contextFixture.h"
 
+#include <cmath>
+
 namespace {
 
 /// A hit whose ray falls along -Z on (x, y).
@@ -305,4 +307,44 @@ TEST(PlaneSensor, FollowsTheMouseInAGraph) {
   EXPECT_TRUE(translationOf(*sensor).almostEqual(ozVec3f(2.5f, 0, 0), 0.03f)) << "outside the viewport";
   scene.mouse(4.5f, 0, 0);
   EXPECT_EQ(sensor->getIsActive(), 0);
+}
+
+TEST(PlaneSensor, TakesVectorsInBothForms) {
+  ozPlaneSensor sensor;
+  float x, y, z;
+  sensor.setOffset(ozVec3f(1, 2, 3));
+  sensor.getOffset(&x, &y, &z);
+  EXPECT_EQ(ozVec3f(x, y, z), ozVec3f(1, 2, 3));
+  sensor.setTranslation(ozVec3f(4, 5, 6));
+  sensor.getTranslation(&x, &y, &z);
+  EXPECT_EQ(ozVec3f(x, y, z), ozVec3f(4, 5, 6));
+  sensor.setMaxPosition(ozVec2f(7, 8));
+  sensor.getMaxPosition(&x, &y);
+  EXPECT_EQ(ozVec2f(x, y), ozVec2f(7, 8));
+  sensor.setMinPosition(-7, -8);
+  sensor.getMinPosition(&x, &y);
+  EXPECT_EQ(ozVec2f(x, y), ozVec2f(-7, -8));
+  sensor.beginGrab(Ray(1, 2));
+  sensor.getTrackPoint(&x, &y, &z);
+  EXPECT_EQ(ozVec3f(x, y, z), ozVec3f(1, 2, 0));
+}
+
+TEST(PlaneSensor, DragsByWhatIsConnectedToIt) {
+  ozPlaneSensor sensor, source;
+  for (short id : {short(5), short(6), short(7)}) source.connect(id, &sensor, id);
+  source.setOffset(0, 0, 9);
+  source.setMinPosition(0, 0);
+  source.setMaxPosition(1, 2);
+  sensor.beginGrab(Ray(0, 0));
+  sensor.motion(Ray(4, 4));
+  EXPECT_VEC(translationOf(sensor), 1, 2, 9);
+}
+
+TEST(PlaneSensor, ALimitThatIsNoNumberLimitsNothing) {
+  ozPlaneSensor sensor;
+  sensor.setMinPosition(0, 0);
+  sensor.setMaxPosition(std::nanf(""), 1);
+  sensor.beginGrab(Ray(0, 0));
+  sensor.motion(Ray(-3, 4));
+  EXPECT_VEC(translationOf(sensor), -3, 1, 0);
 }

@@ -225,3 +225,26 @@ TEST(SphereSensor, AHitAtTheOriginGivesNoRotationThatIsNoNumber) {
   sensor.getRotation(&x, &y, &z, &radians);
   EXPECT_TRUE(std::isfinite(x) && std::isfinite(y) && std::isfinite(z) && std::isfinite(radians));
 }
+
+// A sphere of radius 1 in a space of scale 2 has radius 2 in the world: half of it from the axis are 30 degrees.
+TEST(SphereSensor, InTheWorldTheSphereIsScaledWithTheGeometry) {
+  ozSphereSensor sensor;
+  sensor.setCoordFrame(ozPickSensor::WORLD);
+  Ray start(0, 0);
+  start.matrix.makeScale(2, 2, 2);
+  sensor.beginGrab(start);
+  EXPECT_TRUE(trackPointOf(sensor).almostEqual(ozVec3f(0, 0, 2), 1e-5f));
+  sensor.motion(Ray(1, 0));
+  expectRotation(sensor, 0, 1, 0, 30);
+}
+
+TEST(SphereSensor, TakesItsOffsetAsARotationToo) {
+  ozSphereSensor sensor;
+  sensor.setOffset(ozRotation(0, 1, 0, static_cast<float>(90 * DEGREE)));
+  float x, y, z, radians;
+  sensor.getOffset(&x, &y, &z, &radians);
+  EXPECT_EQ(ozVec3f(x, y, z), ozVec3f(0, 1, 0));
+  EXPECT_NEAR(radians, 90 * DEGREE, 1e-6);
+  sensor.setAutoOffset(0);
+  EXPECT_EQ(sensor.getAutoOffset(), 0);
+}

@@ -99,3 +99,17 @@ TEST_F(TouchSensor, IsOverIsAnnouncedOnlyWhenItChanges) {
   scene.mouse(3, 3, 0);
   EXPECT_TRUE(follower.hasPendingFields());
 }
+
+TEST_F(TouchSensor, NothingWritesTheTexCoord) {
+  ozTouchSensor follower;
+  sensor->connect(6, &follower, 6);
+  follower.cleanFields();
+  scene.mouse(0.5f, 0.5f, 0);
+  scene.mouse(0.5f, 0.5f, 1);
+  scene.mouse(0.5f, 0.5f, 0);
+  EXPECT_GT(sensor->getTouchTime().get(), 0.0);
+  EXPECT_FALSE(follower.hasPendingFields());
+  ozVec2f coord(7, 7);
+  sensor->getHitTexCoord(coord);
+  EXPECT_EQ(coord, ozVec2f(0, 0));
+}

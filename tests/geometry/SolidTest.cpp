@@ -132,6 +132,46 @@ TYPED_TEST(SolidClass, ReadsAConnectedValue) {
   EXPECT_EQ(centerOf(*this->solid), ozVec3f(7, 8, 9));
 }
 
+// Sets one of a pair of connected solids and reads the other.
+template <class Solid> class ConnectedPair {
+public:
+  ConnectedPair() {
+    for (short id = 2; id < Solid::getClassType()->getFieldInfoCount(); ++id) from->connect(id, to.get(), id);
+  }
+  Held<Solid> const from{new Solid}, to{new Solid};
+};
+
+TEST(Solids, ReadEachOfTheirFieldsThroughAConnection) {
+  ConnectedPair<ozBox> boxes;
+  boxes.from->setSize(3, 4, 5);
+  ozVec3f size;
+  boxes.to->getSize(size);
+  EXPECT_EQ(size, ozVec3f(3, 4, 5));
+  ConnectedPair<ozSphere> spheres;
+  spheres.from->setRadius(6);
+  EXPECT_EQ(spheres.to->getRadius(), 6.0f);
+  ConnectedPair<ozCone> cones;
+  cones.from->setBottomRadius(7);
+  cones.from->setHeight(8);
+  cones.from->setSide(0);
+  cones.from->setBottom(0);
+  EXPECT_EQ(cones.to->getBottomRadius(), 7.0f);
+  EXPECT_EQ(cones.to->getHeight(), 8.0f);
+  EXPECT_EQ(cones.to->getSide(), 0);
+  EXPECT_EQ(cones.to->getBottom(), 0);
+  ConnectedPair<ozCylinder> cylinders;
+  cylinders.from->setRadius(9);
+  cylinders.from->setHeight(10);
+  cylinders.from->setSide(0);
+  cylinders.from->setTop(0);
+  cylinders.from->setBottom(0);
+  EXPECT_EQ(cylinders.to->getRadius(), 9.0f);
+  EXPECT_EQ(cylinders.to->getHeight(), 10.0f);
+  EXPECT_EQ(cylinders.to->getSide(), 0);
+  EXPECT_EQ(cylinders.to->getTop(), 0);
+  EXPECT_EQ(cylinders.to->getBottom(), 0);
+}
+
 // Shows whether the bound is stale.
 template <class Solid> class Watched : public Solid {
 public:

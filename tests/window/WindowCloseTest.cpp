@@ -254,3 +254,18 @@ TEST_F(WindowTest, LateInputForADeletedWindowReachesNobody) {
   EXPECT_EQ(other->getEvents()->getCount(), 0u);
   EXPECT_TRUE(client.isShown(other->getHWND()));
 }
+
+// Whether it goes is settled when the request comes, not by what its event leads to.
+TEST_F(WindowTest, ItsCloseEventComesTooLateToChangeWhetherItGoes) {
+  ozWindow *const window = open();
+  int now = 1;
+  Callback change{[&] { window->deleteOnClose(now); }};
+  window->setEventFunc(Callback::run, &change);
+  window->deleteOnClose(0);
+  EXPECT_EQ(ozWindow::closeFunc(), 0);
+  ASSERT_EQ(ozWindow::getCurrent(), window);
+  now = 0; // what it now goes by is 1
+  EXPECT_EQ(ozWindow::closeFunc(), 1);
+  EXPECT_EQ(ozWindow::getCurrent(), nullptr);
+  gone(window);
+}

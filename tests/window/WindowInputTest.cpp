@@ -321,3 +321,63 @@ TEST_F(WindowTest, CallbacksRunWithTheirWindowAndContextCurrent) {
   }
   a->disableTimer();
 }
+
+// Each callback sets what its type of event has, and leaves the rest as a spent record holds it.
+TEST_F(WindowTest, EventsSetTheirOwnMembersAlone) {
+  ozWindow *const window = open();
+  enum { KEY = 1, PLACE = 2, BUTTONS = 4, MODIFIERS = 8, INPUT = PLACE | BUTTONS | MODIFIERS };
+  struct {
+    int type;
+    void (*call)();
+    int sets;
+  } const cases[] = {
+      {ozEvent::RESHAPE_EVENT, [] { ozWindow::reshapeFunc(500, 500); }, PLACE},
+      {ozEvent::DISPLAY_EVENT, [] { ozWindow::displayFunc(); }, 0},
+      {ozEvent::CLOSE_EVENT, [] { ozWindow::closeFunc(); }, 0},
+      {ozEvent::MOUSE_DOWN_EVENT, [] { ozWindow::mouseFunc(0, 0, 5, 5); }, INPUT},
+      {ozEvent::MOUSE_UP_EVENT, [] { ozWindow::mouseFunc(0, 1, 5, 5); }, INPUT},
+      {ozEvent::MOTION_EVENT, [] { ozWindow::motionFunc(5, 5); }, INPUT},
+      {ozEvent::PASSIVE_MOTION_EVENT, [] { ozWindow::passiveMotionFunc(5, 5); }, INPUT},
+      {ozEvent::KEY_DOWN_EVENT, [] { ozWindow::keyboardFunc('a', 5, 5); }, KEY | INPUT},
+      {ozEvent::KEY_UP_EVENT, [] { ozWindow::keyboardUpFunc('a', 5, 5); }, KEY | INPUT},
+      {ozEvent::SPECIAL_DOWN_EVENT, [] { ozWindow::specialFunc(1, 5, 5); }, KEY | INPUT},
+      {ozEvent::SPECIAL_UP_EVENT, [] { ozWindow::specialUpFunc(1, 5, 5); }, KEY | INPUT},
+      {ozEvent::TIMER_EVENT, [] { ozWindow::timerCallbackFunc(ozWindow::getCurrent()); }, 0},
+  };
+  window->deleteOnClose(0);
+  window->enableTimer(100000);
+  int const before = -9999;
+  for (auto const &c : cases) {
+    ozWindow::displayFunc();
+    ozEvent *const record = lastEvent(window);
+    record->key = record->x = record->y = record->buttons = record->modifiers = before;
+    window->resetEvents();
+    c.call();
+    ASSERT_EQ(lastEvent(window), record) << c.type;
+    EXPECT_EQ(record->type, c.type);
+    EXPECT_EQ(record->window, window) << c.type;
+    EXPECT_EQ(record->key != before, (c.sets & KEY) != 0) << c.type;
+    EXPECT_EQ(record->x != before, (c.sets & PLACE) != 0) << c.type;
+    EXPECT_EQ(record->y != before, (c.sets & PLACE) != 0) << c.type;
+    EXPECT_EQ(record->buttons != before, (c.sets & BUTTONS) != 0) << c.type;
+    EXPECT_EQ(record->modifiers != before, (c.sets & MODIFIERS) != 0) << c.type;
+    window->resetEvents();
+  }
+  window->disableTimer();
+}
+
+TEST_F(WindowTest, TheEventsOfADeletedWindowStayWithTheApplication) {
+  ozWindow *const window = open();
+  ozWindow::motionFunc(7, 0);
+  ozEvent *const spent = lastEvent(window);
+  window->resetEvents();
+  ozWindow::motionFunc(8, 0);
+  ozWindow::motionFunc(9, 0);
+  ASSERT_EQ(window->getEvents()->get(0), spent);
+  ozEvent *const pending = lastEvent(window);
+  close(window);
+  EXPECT_EQ(spent->x, 8);
+  EXPECT_EQ(pending->x, 9);
+  delete spent;
+  delete pending;
+}

@@ -290,3 +290,90 @@ TEST_F(WindowTest, AWindowMayBeOpenedInACallback) {
   client.motion(window->getHWND(), 1, 1);
   EXPECT_TRUE(pumpUntil([&] { return opened && countEvents(opened, ozEvent::DISPLAY_EVENT); }));
 }
+
+TEST_F(WindowTest, TheClockTicksAheadOfTheFrameFunction) {
+  open();
+  TickCounter *const counter = new TickCounter;
+  counter->ref();
+  int seen = 0;
+  FrameCallback frame{[&] { return seen = counter->ticks; }};
+  ozWindow::setFrameFunc(FrameCallback::run, &frame);
+  ozWindow::motionFunc(1, 1);
+  EXPECT_EQ(seen, 1);
+  counter->unref();
+}
+
+TEST_F(WindowTest, AnIdleTurnRendersWithoutAnyWindowToo) {
+  ASSERT_EQ(ozWindow::getCurrent(), nullptr);
+  int renders = 0;
+  Callback render{[&] { ++renders; }};
+  ozWindow::setRenderFunc(Callback::run, &render);
+  ozWindow::idleFunc();
+  EXPECT_EQ(renders, 1);
+}
+
+TEST_F(WindowTest, MainLoopDeletesWhatWasClosedInAFreeRunThatIsOver) {
+  ozWindow *const window = open();
+  ozWindow::setFreeRun(1);
+  ozWindow::makeCurrent(window);
+  ASSERT_EQ(ozWindow::closeFunc(), 1);
+  ozWindow::setFreeRun(0);
+  int idle = 0;
+  window->enableTimer(500); // would keep the loop alive, and says so
+  Callback count{[&] { idle += countEvents(window, ozEvent::TIMER_EVENT); }};
+  window->setEventFunc(Callback::run, &count);
+  ozWindow::mainLoop();
+  EXPECT_EQ(idle, 0);
+  gone(window);
+}
+
+TEST_F(WindowTest, ALoopInsideACloseEventDoesNotRunTheEventAgain) {
+  ozWindow *const window = openOnly();
+  int closes = 0;
+  Callback removeBoth{[&] {
+    if (!countEvents(ozWindow::getCurrent(), ozEvent::TIMER_EVENT)) return;
+    delete window;
+    delete ozWindow::getCurrent();
+  }};
+  Callback ask{[&] {
+    if (!countEvents(window, ozEvent::CLOSE_EVENT)) return;
+    if (++closes > 1) return;
+    ozWindow *const dialog = new ozWindow("sure?");
+    dialog->setEventFunc(Callback::run, &removeBoth);
+    dialog->enableTimer(50);
+    ozWindow::mainLoop();
+  }};
+  window->setEventFunc(Callback::run, &ask);
+  client.close(window->getHWND());
+  ozWindow::mainLoop();
+  EXPECT_EQ(closes, 1);
+  gone(window);
+}
+
+namespace {
+
+class DerivedWindow : public ozWindow {
+  OZ_OBJECT_CLASS(DerivedWindow);
+
+public:
+  DerivedWindow() : ozWindow("derived", getClassType()) {}
+};
+
+OZ_DEFINE_TYPE(DerivedWindow, "DerivedWindow", ozWindow) {}
+
+} // namespace
+
+TEST_F(WindowTest, MayBeDerivedFrom) {
+  DerivedWindow *const window = new DerivedWindow;
+  windows.push_back(window);
+  EXPECT_EQ(window->getType(), DerivedWindow::getClassType());
+  EXPECT_STREQ(window->getTitle(), "derived");
+  EXPECT_EQ(ozWindow::getCurrent(), window);
+}
+
+TEST_F(WindowTest, AnItemOfTheListKnowsItsWindow) {
+  ozWindow *const window = open();
+  ozWindowItem const item(window);
+  EXPECT_EQ(item.getWindow(), window);
+  EXPECT_FALSE(item.isLinked());
+}
