@@ -128,6 +128,44 @@ TEST_F(SolidDraw, ACylinderOfNothingButATopDrawsDespiteItsEmptyBound) {
   EXPECT_THAT(frame(cylinder.get()), ElementsAre(Disk));
 }
 
+TEST_F(SolidDraw, ACylinderOfNothingButATopIsCulledInAGraph) {
+  Held<ozOrthoCamera> camera(new ozOrthoCamera);
+  camera->setPosition(0, 0, 10);
+  camera->setWidth(10);
+  camera->setHeight(10);
+  action.setCamera(camera.get());
+  Held<ozGroup> root(new ozGroup);
+  ozShape *const shape = new ozShape;
+  ozCylinder *const cylinder = new ozCylinder;
+  shape->setGeometry(0, cylinder);
+  root->addChild(shape);
+  cylinder->setSide(0);
+  auto const drawn = [&] {
+    GLRecorder rec;
+    camera->draw(&action);
+    action.apply(root.get());
+    return textsOf(rec.named("glDrawArrays"));
+  };
+  EXPECT_THAT(drawn(), ElementsAre(Disk, Disk)); // its bottom gives it a bound
+  cylinder->setBottom(0);
+  EXPECT_THAT(drawn(), IsEmpty());
+}
+
+TEST_F(SolidDraw, TheMeshesTakeAConnectedSizeFirst) {
+  Held<ozSphere> sphere(new ozSphere), sphereSource(new ozSphere);
+  sphereSource->connect(3, sphere.get(), 3);
+  sphereSource->setRadius(5);
+  EXPECT_EQ(frame(sphere.get())[1], "glScalef(5, 5, 5)");
+  Held<ozCone> cone(new ozCone), coneSource(new ozCone);
+  coneSource->connect(2, cone.get(), 2);
+  coneSource->setBottomRadius(6);
+  EXPECT_EQ(frame(cone.get())[1], "glScalef(6, 1, 6)");
+  Held<ozCylinder> cylinder(new ozCylinder), cylinderSource(new ozCylinder);
+  cylinderSource->connect(3, cylinder.get(), 3);
+  cylinderSource->setHeight(14);
+  EXPECT_EQ(frame(cylinder.get())[1], "glScalef(1, 7, 1)");
+}
+
 TEST_F(SolidDraw, AMovedSolidIsTranslatedOnly) {
   Held<ozCone> cone(new ozCone);
   cone->setCenter(1, 2, 3);

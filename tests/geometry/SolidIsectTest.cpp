@@ -249,6 +249,23 @@ TYPED_TEST(RoundIsect, NearestOfThePartsCounts) {
   EXPECT_GT(hit.localPoint[1], -1.0f);
 }
 
+// From below, the bottom of a solid of height 8 stands at -4.
+TYPED_TEST(RoundIsect, TakesAConnectedSizeFirst) {
+  Held<TypeParam> source(new TypeParam);
+  source->connect(3, this->solid.get(), 3);
+  source->setHeight(8);
+  cast(this->action, this->solid.get(), ozVec3f(0.3f, -9, 0.2f), Up, 100);
+  EXPECT_NEAR(this->action.getActiveSeg()->getLength(), 5, 1e-4);
+}
+
+TEST(SphereIsect, TakesAConnectedSizeFirst) {
+  Held<ozSphere> sphere(new ozSphere), source(new ozSphere);
+  source->connect(3, sphere.get(), 3);
+  source->setRadius(3);
+  ozIsectAction action;
+  EXPECT_NEAR(cast(action, sphere.get(), ozVec3f(0, 0, 5), Away, 100).distance, 2, 1e-5);
+}
+
 TEST(ConeIsect, HitsTheSlope) {
   Held<ozCone> cone(new ozCone);
   ozIsectAction action;
