@@ -1,5 +1,7 @@
 #include "platform/ozFontRecord.h"
 
+#ifdef OZ_HAVE_FONTS
+
 #include <fontconfig/fontconfig.h>
 #include <ft2build.h>
 #include <new>
@@ -110,3 +112,13 @@ ozFontRecord::Glyph ozFontRecord::glyph(unsigned char character) {
   glyph.bits = _face->bits;
   return glyph;
 }
+
+#else
+
+struct ozFontRecord::Face {};
+
+ozFontRecord *ozFontRecord::create(int, int, int, int) { return nullptr; }
+ozFontRecord::~ozFontRecord() { delete _face; }
+ozFontRecord::Glyph ozFontRecord::glyph(unsigned char) { return {}; }
+
+#endif

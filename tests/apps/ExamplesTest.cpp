@@ -107,5 +107,6 @@ TEST_P(WindowExample, ShowsAWindowUntilItIsClosed) {
   XFree(children);
 }
 
-INSTANTIATE_TEST_SUITE_P(Windows, WindowExample, testing::Values("firstWindow", "animate", "lightsAndFog", "overrides"),
+INSTANTIATE_TEST_SUITE_P(Windows, WindowExample,
+                         testing::Values("firstWindow", "animate", "labels", "lightsAndFog", "overrides"),
                          [](auto const &info) { return info.param; });

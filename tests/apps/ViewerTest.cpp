@@ -1,6 +1,7 @@
 // The window, driven by another client of the X server.
 
 #include "program.h"
+#include "support/fonts.h"
 #include "support/image.h"
 #include "window/windowFixture.h"
 #include <cmath>
@@ -169,6 +170,7 @@ TEST_F(ViewerTest, TheKeyWSwitchesAWireframeView) {
 }
 
 TEST_F(ViewerTest, TheKeyISwitchesTheOverlay) {
+  SKIP_WITHOUT_FONT();
   startText(slab);
   for (int i = 0; i < 20; i++) click(5, 100, 100); // out of its way
   ASSERT_TRUE(until([&] { return shown().at(100, 50) == (Image::Pixel{0, 0, 0, 255}); }));
@@ -182,7 +184,7 @@ TEST_F(ViewerTest, TheKeyISwitchesTheOverlay) {
   };
   EXPECT_EQ(lit(), 0);
   key(XK_i);
-  EXPECT_TRUE(until([&] { return lit() > 30; })) << "is there a font?";
+  EXPECT_TRUE(until([&] { return lit() > 30; }));
   EXPECT_EQ(picture().at(100, 50)[0], 0) << "saved pictures are of the scene alone";
   key(XK_i);
   EXPECT_TRUE(until([&] { return lit() == 0; }));

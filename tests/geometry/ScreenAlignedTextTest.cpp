@@ -1,15 +1,11 @@
-// Text on the screen: fields, fonts and their lists, and what is drawn.
+// Text on the screen: fields, OpenGL calls, fonts and their lists.
 
-#include "geometry/geometryFixture.h"
-
-#include <algorithm>
+#include "geometry/textFixture.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 namespace {
-
-typedef ozScreenAlignedText Text;
 
 TEST(ScreenAlignedText, HasItsNameAndFields) {
   ozType *const type = Text::getClassType();
@@ -83,6 +79,18 @@ TEST(ScreenAlignedText, IsATinyBoxAroundItsPosition) {
   EXPECT_EQ(bound.max, ozVec3f(1 + 0.0001f, 2 + 0.0001f, 3 + 0.0001f));
 }
 
+TEST(ScreenAlignedText, AMoveMovesTheBoundOfItsShape) {
+  Held<ozShape> shape(new ozShape);
+  Text *const text = new Text;
+  shape->addGeometry(text);
+  ozBoxBound bound;
+  shape->getBoxBound(bound);
+  text->setPosition(1, 2, 3);
+  shape->getBoxBound(bound);
+  EXPECT_EQ(bound.min, ozVec3f(1 - 0.0001f, 2 - 0.0001f, 3 - 0.0001f));
+  EXPECT_EQ(bound.max, ozVec3f(1 + 0.0001f, 2 + 0.0001f, 3 + 0.0001f));
+}
+
 TEST(ScreenAlignedText, IsHitAsThatBox) {
   Held<Text> text(new Text);
   text->setText("wide");
@@ -92,39 +100,7 @@ TEST(ScreenAlignedText, IsHitAsThatBox) {
   EXPECT_FALSE(cast(action, text.get(), ozVec3f(1.001f, 2, 9), ozVec3f(0, 0, -1), 100).isValid());
 }
 
-class TextDraw : public DrawTest {
-protected:
-  Text *made(char const *string, int size = 12, int face = Text::HELVETICA) {
-    Text *const text = new Text;
-    text->ref();
-    text->setText(ozString(string));
-    text->setSize(size);
-    text->setFace(face);
-    _texts.push_back(text);
-    return text;
-  }
-  void drop(Text *text) {
-    _texts.erase(std::find(_texts.begin(), _texts.end(), text));
-    text->unref();
-  }
-  void TearDown() override {
-    for (Text *text : _texts) text->unref();
-  }
-
-  int listsBuilt(Text *text) {
-    GLRecorder rec;
-    text->draw(&action);
-    return rec.count("glNewList");
-  }
-  int baseOf(Text *text) {
-    GLRecorder rec;
-    text->draw(&action);
-    return static_cast<int>(rec.named("glListBase")[0].args[0]);
-  }
-
-private:
-  std::vector<Text *> _texts;
-};
+// ---- drawing
 
 TEST_F(TextDraw, SendsColourPlaceAndText) {
   Text *const text = made("Hi!");
@@ -194,16 +170,31 @@ TEST_F(TextDraw, TakesAConnectedValueFirst) {
   EXPECT_EQ(rec.count("glRasterPos3f(4, 5, 6)"), 1);
 }
 
+TEST_F(TextDraw, ReservesANumberForEachCharacter) {
+  int const before = ozContext::newId(2);
+  made("x");
+  int const after = ozContext::newId(2);
+  EXPECT_EQ(after - before, 2 + 127);
+}
+
+TEST_F(TextDraw, TheDestructorDeletesItsListsOnce) {
+  Text *const text = made("x");
+  std::string const base = std::to_string(baseOf(text));
+  GLRecorder rec;
+  drop(text);
+  EXPECT_THAT(rec.texts(), ElementsAre("glDeleteLists(" + base + ", 127)"));
+}
+
 // ---- fonts
 
-TEST_F(TextDraw, RecordsAllLists) {
+TEST_F(TextFont, RecordsAllLists) {
   Text *const text = made("x");
   EXPECT_EQ(listsBuilt(text), 127);
   unsigned int const base = static_cast<unsigned int>(baseOf(text));
   for (unsigned int i = 0; i < 127; ++i) EXPECT_TRUE(glIsList(base + i)) << i;
 }
 
-TEST_F(TextDraw, BuildingLeavesTheUnpackStateAsItWas) {
+TEST_F(TextFont, BuildingLeavesTheUnpackStateAsItWas) {
   Text *const text = made("x");
   GLenum const names[] = {GL_UNPACK_SWAP_BYTES, GL_UNPACK_LSB_FIRST,   GL_UNPACK_ROW_LENGTH,
                           GL_UNPACK_SKIP_ROWS,  GL_UNPACK_SKIP_PIXELS, GL_UNPACK_ALIGNMENT};
@@ -217,14 +208,14 @@ TEST_F(TextDraw, BuildingLeavesTheUnpackStateAsItWas) {
   }
 }
 
-TEST_F(TextDraw, TwoTextsOfOneFontBuildOnce) {
+TEST_F(TextFont, TwoTextsOfOneFontBuildOnce) {
   Text *const first = made("x", 15), *const second = made("y", 15);
   EXPECT_EQ(listsBuilt(first), 127);
   EXPECT_EQ(listsBuilt(second), 0);
   EXPECT_EQ(baseOf(first), baseOf(second));
 }
 
-TEST_F(TextDraw, OtherFacesAndSizesHaveListsOfTheirOwn) {
+TEST_F(TextFont, OtherFacesAndSizesHaveListsOfTheirOwn) {
   Text *const first = made("x", 15), *const larger = made("y", 16), *const bold = made("z", 15, Text::HELVETICA_BOLD);
   first->draw(&action);
   EXPECT_EQ(listsBuilt(larger), 127);
@@ -234,7 +225,7 @@ TEST_F(TextDraw, OtherFacesAndSizesHaveListsOfTheirOwn) {
   EXPECT_NE(baseOf(larger), baseOf(bold));
 }
 
-TEST_F(TextDraw, AChangedTextKeepsItsLists) {
+TEST_F(TextFont, AChangedTextKeepsItsLists) {
   Text *const text = made("x");
   int const base = baseOf(text);
   text->setText("other");
@@ -242,7 +233,7 @@ TEST_F(TextDraw, AChangedTextKeepsItsLists) {
   EXPECT_EQ(baseOf(text), base);
 }
 
-TEST_F(TextDraw, AChangeOfFaceOrSizeIsSeenByATextThatUsesAnothersLists) {
+TEST_F(TextFont, AChangeOfFaceOrSizeIsSeenByATextThatUsesAnothersLists) {
   Text *const first = made("x", 15), *const second = made("y", 15);
   first->draw(&action);
   second->draw(&action);
@@ -257,7 +248,17 @@ TEST_F(TextDraw, AChangeOfFaceOrSizeIsSeenByATextThatUsesAnothersLists) {
   EXPECT_EQ(baseOf(second), baseOf(first));
 }
 
-TEST_F(TextDraw, AnotherContextGetsListsOfItsOwnUnderTheSameNumbers) {
+TEST_F(TextFont, ASizeThatComesOverAConnectionIsSeen) {
+  Text *const text = made("x", 15), *const source = made("y", 15);
+  source->connect(5, text, 5);
+  text->draw(&action);
+  source->setSize(18);
+  EXPECT_EQ(listsBuilt(text), 127);
+  source->setSize(18);
+  EXPECT_EQ(listsBuilt(text), 0);
+}
+
+TEST_F(TextFont, AnotherContextGetsListsOfItsOwnUnderTheSameNumbers) {
   Text *const text = made("x", 15);
   int const base = baseOf(text);
   OffscreenContext other;
@@ -270,7 +271,7 @@ TEST_F(TextDraw, AnotherContextGetsListsOfItsOwnUnderTheSameNumbers) {
   EXPECT_EQ(listsBuilt(text), 0);
 }
 
-TEST_F(TextDraw, TheListsOfAFontOutliveTheTextThatBuiltThem) {
+TEST_F(TextFont, TheListsOfAFontOutliveTheTextThatBuiltThem) {
   Text *const first = made("x", 15), *const second = made("y", 15), *const third = made("z", 15);
   first->draw(&action);
   second->draw(&action);
@@ -289,7 +290,7 @@ TEST_F(TextDraw, TheListsOfAFontOutliveTheTextThatBuiltThem) {
   EXPECT_FALSE(glIsList(base));
 }
 
-TEST_F(TextDraw, TheListsOfAFontOutliveATextThatTookAnotherFont) {
+TEST_F(TextFont, TheListsOfAFontOutliveATextThatTookAnotherFont) {
   Text *const first = made("x", 15), *const second = made("y", 15);
   first->draw(&action);
   second->draw(&action);
@@ -303,7 +304,7 @@ TEST_F(TextDraw, TheListsOfAFontOutliveATextThatTookAnotherFont) {
   EXPECT_FALSE(glIsList(static_cast<unsigned int>(base)));
 }
 
-TEST_F(TextDraw, AFontThatWentOutOfUseIsBuiltAnew) {
+TEST_F(TextFont, AFontThatWentOutOfUseIsBuiltAnew) {
   Text *const text = made("x", 15);
   text->draw(&action);
   text->setSize(16);
@@ -314,22 +315,7 @@ TEST_F(TextDraw, AFontThatWentOutOfUseIsBuiltAnew) {
   EXPECT_EQ(listsBuilt(made("y", 15)), 127);
 }
 
-TEST_F(TextDraw, TheDestructorDeletesItsListsOnce) {
-  Text *const text = made("x");
-  std::string const base = std::to_string(baseOf(text));
-  GLRecorder rec;
-  drop(text);
-  EXPECT_THAT(rec.texts(), ElementsAre("glDeleteLists(" + base + ", 127)"));
-}
-
-TEST_F(TextDraw, ReservesANumberForEachCharacter) {
-  int const before = ozContext::newId(2);
-  made("x");
-  int const after = ozContext::newId(2);
-  EXPECT_EQ(after - before, 2 + 127);
-}
-
-TEST_F(TextDraw, UnknownFacesAndSizesFindNoFont) {
+TEST_F(TextFont, UnknownFacesAndSizesFindNoFont) {
   Text *const text = made("x", 15);
   unsigned int const base = static_cast<unsigned int>(baseOf(text));
   for (int face : {-1, 8, 2147483647, -2147483647 - 1}) {
@@ -346,14 +332,14 @@ TEST_F(TextDraw, UnknownFacesAndSizesFindNoFont) {
   }
 }
 
-TEST_F(TextDraw, NegativeSizesAreFontsLikeOthers) {
+TEST_F(TextFont, NegativeSizesAreFontsLikeOthers) {
   Text *const last = made("x", -1, Text::HELVETICA_BOLD_OBLIQUE), *const other = made("y", -20, Text::TIMES);
   EXPECT_EQ(listsBuilt(last), 127);
   EXPECT_EQ(listsBuilt(other), 127);
   EXPECT_NE(baseOf(last), baseOf(other));
 }
 
-TEST_F(TextDraw, ACopyHasListsAndValuesOfItsOwn) {
+TEST_F(TextFont, ACopyHasListsAndValuesOfItsOwn) {
   Text *const text = made("x", 15);
   text->draw(&action);
   Held<Text> copy(new Text(*text));
@@ -366,89 +352,6 @@ TEST_F(TextDraw, ACopyHasListsAndValuesOfItsOwn) {
   *assigned = *text;
   EXPECT_EQ(assigned->getSize(), 16);
   EXPECT_EQ(baseOf(assigned.get()), baseOf(text));
-}
-
-// ---- pixels
-
-// The box around the pixels that are not black.
-struct Ink {
-  int left = 9999, top = 9999, right = -1, bottom = -1, count = 0;
-  explicit Ink(Image const &image) {
-    for (int y = 0; y < image.height(); ++y)
-      for (int x = 0; x < image.width(); ++x)
-        if (image.at(x, y)[0] || image.at(x, y)[1] || image.at(x, y)[2]) {
-          left = std::min(left, x);
-          right = std::max(right, x);
-          top = std::min(top, y);
-          bottom = std::max(bottom, y);
-          ++count;
-        }
-  }
-};
-
-class TextPixels : public TextDraw {
-protected:
-  Image shown(Text *text) {
-    context->clear(ozContext::CLEAR_COLOR);
-    text->draw(&action);
-    return gl.pixels();
-  }
-};
-
-TEST_F(TextPixels, ATextStandsOnItsPosition) {
-  Text *const text = made("H", 40);
-  text->setPosition(-0.5f, 0.25f, 0); // of 200 x 200 pixels: 50 from the left, 125 from the bottom
-  Ink const ink(shown(text));
-  EXPECT_GE(ink.left, 50);
-  EXPECT_LE(ink.left, 56);
-  EXPECT_EQ(ink.bottom, 200 - 125 - 1);
-  EXPECT_GT(ink.bottom - ink.top, 20);
-  EXPECT_LT(ink.bottom - ink.top, 40);
-}
-
-TEST_F(TextPixels, CharactersFollowEachOther) {
-  Ink const one(shown(made("i", 40))), three(shown(made("iii", 40)));
-  EXPECT_EQ(three.count, 3 * one.count);
-  EXPECT_GT(three.right, one.right + 10);
-  EXPECT_EQ(three.left, one.left);
-}
-
-TEST_F(TextPixels, HasItsColour) {
-  Text *const text = made("I", 40);
-  text->setColor(1, 0.5f, 0, 1);
-  Image const image = shown(text);
-  Ink const ink(image);
-  Image::Pixel const pixel = image.at((ink.left + ink.right) / 2, (ink.top + ink.bottom) / 2);
-  EXPECT_EQ(pixel[0], 255);
-  EXPECT_NEAR(pixel[1], 128, 1);
-  EXPECT_EQ(pixel[2], 0);
-}
-
-TEST_F(TextPixels, IsTheSameSizeAtAnyScale) {
-  Text *const text = made("H", 40);
-  Ink const before(shown(text));
-  glScalef(0.5f, 0.25f, 1);
-  Ink const after(shown(text));
-  EXPECT_EQ(after.right - after.left, before.right - before.left);
-  EXPECT_EQ(after.bottom - after.top, before.bottom - before.top);
-}
-
-TEST_F(TextPixels, IsGoneWhenItsPositionIsClipped) {
-  Text *const text = made("HHHH", 40);
-  text->setPosition(-1.01f, 0, 0);
-  EXPECT_EQ(Ink(shown(text)).count, 0);
-}
-
-TEST_F(TextPixels, EachFaceLooksDifferent) {
-  std::vector<Image> images;
-  for (int face = 0; face < 8; ++face) images.push_back(shown(made("Rag", 40, face)));
-  for (size_t a = 0; a < 8; ++a)
-    for (size_t b = 0; b < a; ++b) {
-      int different = 0;
-      for (int y = 0; y < 200; ++y)
-        for (int x = 0; x < 200; ++x) different += images[a].at(x, y) != images[b].at(x, y);
-      EXPECT_GT(different, 20) << a << ' ' << b;
-    }
 }
 
 } // namespace
