@@ -9,6 +9,19 @@
 /// The attribute sets: small containers of one multi-valued field each, which geometry sets share by reference. The
 /// abstract classes say what a set is for, the concrete ones how its elements are stored.
 
+/// What all sets of values have in common. No class of its own at run time.
+class OZ_API ozValueSet : public ozContainer {
+protected:
+  explicit ozValueSet(ozType *type) : ozContainer(type), _elements(nullptr), _edits(0) {}
+  void fieldChanged(short id) override;
+
+  ozArray *_elements;  ///< where the library's classes keep their values; null in an application's own
+  unsigned int _edits; ///< counts changes, so that geometry sets test what they are given once a change
+
+private:
+  friend class ozGeoSet;
+};
+
 /// Declares an abstract attribute set.
 #define OZ_ATTRIBUTE_BASE(Class)                                                                                       \
   OZ_ABSTRACT_CLASS(Class);                                                                                            \
@@ -31,7 +44,10 @@ public:                                                                         
    */                                                                                                                  \
   Class(ozData *data, short stride, short offset);                                                                     \
   /** The field that holds the elements. */                                                                            \
-  Field *accessor() const { return _field; }                                                                           \
+  Field *accessor() const {                                                                                            \
+    ozContainer *const self = const_cast<Class *>(this);                                                               \
+    return static_cast<Field *>(self->getField(0));                                                                    \
+  }                                                                                                                    \
                                                                                                                        \
 protected:                                                                                                             \
   Class(ozType *type, int room);                                                                                       \
@@ -39,7 +55,6 @@ protected:                                                                      
   void init();                                                                                                         \
                                                                                                                        \
 private:                                                                                                               \
-  Field *_field;                                                                                                       \
   Array _values
 
 /// Declares a concrete attribute set.
@@ -50,7 +65,7 @@ public:                                                                         
   void getGLAttr(ozGLAttr &attr) override
 
 /// The vertices of a geometry set. A change is told to the geometry sets that use it.
-class OZ_API ozCoordSet : public ozContainer {
+class OZ_API ozCoordSet : public ozValueSet {
   OZ_ATTRIBUTE_BASE(ozCoordSet);
 
 protected:
@@ -63,7 +78,7 @@ class OZ_API ozCoordSet3f : public ozCoordSet {
 };
 
 /// Normals of a geometry set.
-class OZ_API ozNormalSet : public ozContainer {
+class OZ_API ozNormalSet : public ozValueSet {
   OZ_ATTRIBUTE_BASE(ozNormalSet);
 };
 
@@ -79,7 +94,7 @@ class OZ_API ozNormalSet3s : public ozNormalSet {
 };
 
 /// Colours of a geometry set.
-class OZ_API ozColorSet : public ozContainer {
+class OZ_API ozColorSet : public ozValueSet {
   OZ_ATTRIBUTE_BASE(ozColorSet);
 };
 
@@ -94,7 +109,7 @@ class OZ_API ozColorSet4f : public ozColorSet {
 };
 
 /// Texture coordinates of a geometry set.
-class OZ_API ozTexCoordSet : public ozContainer {
+class OZ_API ozTexCoordSet : public ozValueSet {
   OZ_ATTRIBUTE_BASE(ozTexCoordSet);
 };
 
@@ -105,15 +120,8 @@ class OZ_API ozTexCoordSet2f : public ozTexCoordSet {
 
 /// Indices into an attribute set. Geometry sets compare index sets by address: attributes that share one are drawn
 /// through vertex arrays.
-class OZ_API ozIndexSet : public ozContainer {
+class OZ_API ozIndexSet : public ozValueSet {
   OZ_VALUE_SET(ozIndexSet, ozMFInt, ozIntArray, index);
-
-protected:
-  void fieldChanged(short id) override;
-
-private:
-  friend class ozGeoSet;
-  unsigned int _edits; // counts changes, so that geometry sets test their indices once a change
 };
 
 #endif

@@ -55,6 +55,9 @@ public:
   /// The projection matrix as OpenGL takes it.
   void getGLProjMat(ozMatrix4f &m) const;
 
+  /// contains() of a box that is moved into eye space by a matrix first: what culling asks for every node.
+  int containsMoved(ozBoxBound const &box, ozMatrix4f const &toEye) const;
+
 protected:
   /// Brings rectangle, planes and corners up to date; the mode tells how the aspect ratio acts on the rectangle.
   void frust_calc(int mode);
@@ -66,6 +69,8 @@ private:
   static void getCorners(ozVec3f const *corners, ozVec3f &ll, ozVec3f &lr, ozVec3f &ul, ozVec3f &ur);
   void makeRectangle(float left, float right, float bottom, float top);
   void setRectangle(float left, float right, float bottom, float top);
+  int contains(struct ozBox4 const &box) const;
+  int containsPlaneByPlane(ozBoxBound const *box) const;
   void setPlane(int plane, float x, float y, float z, float offset);
 
   int _type;
@@ -75,6 +80,11 @@ private:
   float _aspectRatio;
   ozVec3f _corners[CORNERS]; // the near ones, then the far ones, each from lower left counter-clockwise
   ozPlane _planes[PLANES];
+  // The left, right, bottom and top plane once more, component by component, for tests of all four at once.
+  struct {
+    float normals[3][4], offsets[4];
+    int rising[3][4]; // all bits where the component of the normal is not negative
+  } _sides;
 };
 
 #endif

@@ -235,7 +235,7 @@ private:
 
   /// How far the sets reach: what may be drawn. Holds while the counts of everything that it was worked out from do.
   struct Reach {
-    enum { KEYS = 15 };
+    enum { KEYS = 10 };
     unsigned int keys[KEYS];
     int prims;
     bool known;
@@ -243,9 +243,12 @@ private:
   };
   void findReach(Kind const &kind, ozIntArray const *lengths);
   void workOutReach(Kind const &kind, ozIntArray const *lengths);
+  struct Source;
+  static unsigned int elementCount(ozValueSet *set);
+  static int *indicesOf(ozIndexSet *set);
+  template <class Set> static void describe(Set *set, ozIndexSet *indexSet, ozGLAttr &attr);
 
-  int _bpcCount;       // entries in the culling arrays
-  unsigned int _edits; // counts changes of this set's fields
+  int _bpcCount; // entries in the culling arrays
   Reach _reach;
 };
 

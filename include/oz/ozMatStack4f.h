@@ -17,11 +17,34 @@ public:
   void init(int capacity);
 
   /// Copies the top one level up; returns 1. A full stack stays as it is, is reported, and gives 0.
-  int push();
+  int push() {
+    if (_depth == _capacity) return complain("ozMatStack4f::push() - Matrix stack full");
+    ++_depth;
+    ++_top;
+    _top[0] = _top[-1];
+    return 1;
+  }
+  /// push() and then preMult(m).
+  int pushPreMult(ozMatrix4f const &m) {
+    if (_depth == _capacity) {
+      push(); // says so
+      preMult(m);
+      return 0;
+    }
+    ++_depth;
+    ++_top;
+    _top->mult(m, _top[-1]);
+    return 1;
+  }
   /// As push, but the new top is the identity.
   int pushIdent();
   /// Goes one level down; returns 1. On the last level the stack is reset and reported, and the result is 0.
-  int pop();
+  int pop() {
+    if (_depth == 1) return popLast();
+    --_depth;
+    --_top;
+    return 1;
+  }
   /// Back to one level, the identity.
   void reset();
 
@@ -43,7 +66,8 @@ public:
   void postScale(float x, float y, float z) { _top->postScale(*_top, x, y, z); }
 
 private:
-  int raise(char const *complaint);
+  static int complain(char const *complaint);
+  int popLast();
   void share(ozMatStack4f const &other);
   void release();
 

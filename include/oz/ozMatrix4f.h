@@ -1,6 +1,7 @@
 #ifndef OZ_MATRIX4F_H
 #define OZ_MATRIX4F_H
 
+#include "oz/ozFloat4.h"
 #include "oz/ozVec2f.h"
 
 class ozRotation;
@@ -135,12 +136,20 @@ private:
 
 inline void ozVec3f::xformVec(ozVec3f const &v, ozMatrix4f const &m) {
   float const x = v._v[0], y = v._v[1], z = v._v[2];
+#if OZ_FLOAT4
+  ozStore3(_v, x * ozLoad4(m._m[0]) + y * ozLoad4(m._m[1]) + z * ozLoad4(m._m[2]));
+#else
   for (int j = 0; j < 3; j++) _v[j] = x * m._m[0][j] + y * m._m[1][j] + z * m._m[2][j];
+#endif
 }
 
 inline void ozVec3f::xformPt(ozVec3f const &v, ozMatrix4f const &m) {
   float const x = v._v[0], y = v._v[1], z = v._v[2];
+#if OZ_FLOAT4
+  ozStore3(_v, x * ozLoad4(m._m[0]) + y * ozLoad4(m._m[1]) + z * ozLoad4(m._m[2]) + ozLoad4(m._m[3]));
+#else
   for (int j = 0; j < 3; j++) _v[j] = x * m._m[0][j] + y * m._m[1][j] + z * m._m[2][j] + m._m[3][j];
+#endif
 }
 
 inline void ozVec4f::xform(ozVec4f const &v, ozMatrix4f const &m) {

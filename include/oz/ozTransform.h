@@ -96,7 +96,7 @@ private:
     freshParts();
     store(id, member, value);
   }
-  void multInto(ozTransformAction *action);
+  void pushInto(ozTransformAction *action);
   void drawPopMatrix(ozDrawAction *action);
   template <class Loop> ozTravDirective visitMoved(ozTransformAction *action, Loop loop);
   static bool isOglStackFull(ozDrawAction *action);

@@ -36,7 +36,7 @@ public:
   /// The number of levels, 1 at the least.
   int getMatrixDepth() const { return _matrices.getDepth(); }
   /// How the accumulated matrix treats lengths.
-  MatTypeEnum getMatType() const { return static_cast<MatTypeEnum>(_matTypes[topType()]); }
+  MatTypeEnum getMatType() const { return _matTypes[_matrices.getDepth() - 1]; }
 
   /// Puts a matrix in place of the top; the top's type stays as it was.
   void loadMatrix(ozMatrix4f const &matrix) { _matrices.load(matrix); }
@@ -47,14 +47,16 @@ public:
   }
   /// One level more, a copy of the top. A full stack is reported and stays as it is.
   void pushMatrix() {
-    if (_matrices.push()) _matTypes.append(_matTypes[topType()]);
+    if (_matrices.push()) setMatType(_matTypes[_matrices.getDepth() - 2]);
+  }
+  /// pushMatrix(), and then multMatrix() with a matrix and its type.
+  void pushMatrix(ozMatrix4f const &matrix, MatTypeEnum type) {
+    _matrices.pushPreMult(matrix);
+    setMatType(type);
   }
   /// One level less. On the last level that is reported, and the stack is back to the identity.
   void popMatrix() {
-    if (_matrices.pop())
-      _matTypes.setCount(topType());
-    else
-      resetTypes();
+    if (!_matrices.pop()) resetTypes();
   }
 
   /// These act ahead of what is on top.
@@ -66,14 +68,14 @@ public:
 protected:
   explicit ozTransformAction(ozType *type);
 
-  void setMatType(MatTypeEnum type) { _matTypes.set(topType(), type); }
+  void setMatType(MatTypeEnum type) { _matTypes[_matrices.getDepth() - 1] = type; }
 
 private:
-  unsigned int topType() const { return _matTypes.getCount() - 1; }
-  void resetTypes();
+  enum { LEVELS = 256 };
+  void resetTypes() { _matTypes[0] = UNIFORM_MAT; }
 
   ozMatStack4f _matrices;
-  ozIntArray _matTypes; // one a level of the matrix stack, never empty
+  MatTypeEnum _matTypes[LEVELS]; // one a level of the matrix stack
 };
 
 #endif

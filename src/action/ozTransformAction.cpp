@@ -6,28 +6,13 @@ OZ_DEFINE_TYPE(ozTransformAction, "TransformAction", ozAction) {}
 
 ozTransformAction::ozTransformAction() : ozTransformAction(getClassType()) {}
 
-ozTransformAction::ozTransformAction(ozType *type) : ozAction(type), _matrices(256), _matTypes(256) { resetTypes(); }
+ozTransformAction::ozTransformAction(ozType *type) : ozAction(type), _matrices(LEVELS), _matTypes() {}
 
-ozTransformAction::ozTransformAction(ozTransformAction const &other)
-    : ozAction(other), _matrices(other._matrices), _matTypes(256) {
-  _matTypes.set(other._matTypes);
-}
-
-ozTransformAction &ozTransformAction::operator=(ozTransformAction const &other) {
-  ozAction::operator=(other);
-  _matrices = other._matrices;
-  _matTypes.set(other._matTypes);
-  return *this;
-}
-
+ozTransformAction::ozTransformAction(ozTransformAction const &) = default;
+ozTransformAction &ozTransformAction::operator=(ozTransformAction const &) = default;
 ozTransformAction::~ozTransformAction() = default;
 
 ozAction *ozTransformAction::instantiate() { return new ozTransformAction; }
-
-void ozTransformAction::resetTypes() {
-  _matTypes.setCount(1);
-  _matTypes.set(0, UNIFORM_MAT);
-}
 
 void ozTransformAction::reset() {
   _matrices.reset();

@@ -79,11 +79,8 @@ bool ozVFCullAction::raiseCull() {
 }
 
 unsigned int ozVFCullAction::pushCull(ozBoxBound const &box) {
-  if (raiseCull()) {
-    ozBoxBound inEye;
-    // A transformed empty box would no longer be empty.
-    if (!box.ozBoxBound::isEmpty()) inEye.xform(&box, *getMatrix());
-    _cullStack[_cullDepth] = _camera->getBaseFrust()->ozFrustum::contains(&inEye);
+  if (raiseCull()) { // a transformed empty box would no longer be empty
+    _cullStack[_cullDepth] = box.ozBoxBound::isEmpty() ? 0 : _camera->getBaseFrust()->containsMoved(box, *getMatrix());
   }
   return static_cast<unsigned int>(_cullStack[_cullDepth]);
 }

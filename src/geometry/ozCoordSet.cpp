@@ -7,16 +7,21 @@
 #define OZ_DEFINE_ATTRIBUTE_BASE(Class, Name)                                                                          \
   Class::Class(Class const &other) : Class(other.getType()) {}                                                         \
   Class &Class::operator=(Class const &) { return *this; }                                                             \
-  OZ_DEFINE_ABSTRACT_CLASS(Class, Name, ozContainer) {}
+  OZ_DEFINE_ABSTRACT_CLASS(Class, Name, ozValueSet) {}
 
 OZ_DEFINE_ATTRIBUTE_BASE(ozCoordSet, "CoordSet")
 OZ_DEFINE_ATTRIBUTE_BASE(ozNormalSet, "NormalSet")
 OZ_DEFINE_ATTRIBUTE_BASE(ozColorSet, "ColorSet")
 OZ_DEFINE_ATTRIBUTE_BASE(ozTexCoordSet, "TexCoordSet")
 
+void ozValueSet::fieldChanged(short id) {
+  ++_edits;
+  ozContainer::fieldChanged(id);
+}
+
 void ozCoordSet::fieldChanged(short id) {
   notifyParents(id);
-  touchField(id);
+  ozValueSet::fieldChanged(id);
 }
 
 // ---- the concrete classes
@@ -45,7 +50,7 @@ void ozCoordSet::fieldChanged(short id) {
   }                                                                                                                    \
   Class::~Class() { destroyFieldContents(_ClassType); }                                                                \
   void Class::init() {                                                                                                 \
-    _field = static_cast<Field *>(getField(_ClassType->getAncestorFieldCount()));                                      \
+    _elements = &_values;                                                                                              \
     initFieldDefaults(_ClassType);                                                                                     \
   }                                                                                                                    \
   OZ_DEFINE_TYPE(Class, Name, Parent) { Field::addTypeField(type, fieldName, 0, &Class::_values); }
@@ -54,7 +59,7 @@ void ozCoordSet::fieldChanged(short id) {
 #define OZ_DEFINE_ATTRIBUTE_SET(Class, Name, Parent, Field, fieldName, function, glType, components, slack)            \
   OZ_DEFINE_VALUE_SET(Class, Name, Parent, other, Parent::operator=(other), Field, fieldName)                          \
   void Class::getGLAttr(ozGLAttr &attr) {                                                                              \
-    _field->validate();                                                                                                \
+    validateField(0);                                                                                                  \
     keepSlack(_values, slack);                                                                                         \
     attr.data = reinterpret_cast<char *>(_values.getArray());                                                          \
     attr.stride = static_cast<short>(_values.getStride());                                                             \
@@ -79,9 +84,4 @@ OZ_DEFINE_ATTRIBUTE_SET(ozTexCoordSet2f, "TexCoordSet2f", ozTexCoordSet, ozMFVec
 // One more: the screen door reads a fourth float behind each colour, behind the last one too.
 OZ_DEFINE_ATTRIBUTE_SET(ozColorSet3f, "ColorSet3f", ozColorSet, ozMFVec3f, "color", glColor3fv, GL_FLOAT, 3, 1)
 
-OZ_DEFINE_VALUE_SET(ozIndexSet, "IndexSet", ozContainer, other.getType(), (void)0, ozMFInt, "index")
-
-void ozIndexSet::fieldChanged(short id) {
-  ++_edits;
-  ozContainer::fieldChanged(id);
-}
+OZ_DEFINE_VALUE_SET(ozIndexSet, "IndexSet", ozValueSet, other.getType(), (void)0, ozMFInt, "index")

@@ -85,7 +85,6 @@ void ozGeoSet::init() {
   _bpcCount = 0;
   _bpcTolerance = 1e-06f;
   _setMask.off();
-  _edits = 0;
   _reach.known = false;
   initFieldDefaults(_ClassType);
 }
@@ -102,14 +101,14 @@ void ozGeoSet::fieldChanged(short id) {
   calcBindings();
   touchField(id);
   ++_version;
-  ++_edits;
+  _reach.known = false;
 }
 
 // Looks at no bound mode: meant so.
 void ozGeoSet::lengthsChanged(short id) {
   propagateSideEffect(0);
   touchField(id);
-  ++_edits;
+  _reach.known = false;
 }
 
 void ozGeoSet::childChanged(ozContainer *child, short id) {

@@ -127,10 +127,10 @@ ozGeoSet::DrawFunction const ozGeoSet::VertArraySwitch[8] = {
 
 // ---- the start of a draw
 
-template <class Set> static void describe(Set *set, ozIndexSet *indexSet, ozGLAttr &attr) {
+template <class Set> inline void ozGeoSet::describe(Set *set, ozIndexSet *indexSet, ozGLAttr &attr) {
   set->cleanFields();
   set->getGLAttr(attr);
-  attr.index = indexSet ? indexSet->index()->edit() : nullptr;
+  attr.index = indexSet ? indicesOf(indexSet) : nullptr;
 }
 
 void ozGeoSet::beginDraw(ozGLAttrSet &attrs, ozContext *context) {

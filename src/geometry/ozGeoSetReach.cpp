@@ -14,65 +14,73 @@ template <class Array> unsigned int inUse(Array &array) {
   return count < size ? count : size; // shrinking an array can leave its count above its size
 }
 
-// The number of elements of an attribute set, all of which keep them in field 0. One of the application's own that does
-// not has to hold enough.
-unsigned int elementCount(ozContainer *set) {
+enum FrequencyEnum { NEVER, OVERALL, PER_PRIM, PER_VERTEX };
+
+} // namespace
+
+// The number of elements of an attribute set. One of the application's own may keep them in field 0; otherwise it has
+// to hold enough.
+inline unsigned int ozGeoSet::elementCount(ozValueSet *set) {
+  if (set->_elements) {
+    set->validateField(0);
+    return inUse(*set->_elements);
+  }
   ozField *const field = set->getType()->getFieldInfoCount() > 0 ? set->getField(0) : nullptr;
   if (!field || !field->getType()->isDerivedFrom(ozMField::getClassType())) return UINT_MAX;
   return inUse(*static_cast<ozMField *>(field));
 }
 
-enum FrequencyEnum { NEVER, OVERALL, PER_PRIM, PER_VERTEX };
+int *ozGeoSet::indicesOf(ozIndexSet *set) {
+  set->validateField(0);
+  return static_cast<ozIntArray *>(set->_elements)->getArray();
+}
 
 // One attribute of the set.
-struct Source {
+struct ozGeoSet::Source {
   int frequency;
   unsigned int elements;
   ozIndexSet *indexSet;
   unsigned int indices;
 
-  Source(ozContainer *set, ozIndexSet *index, int bound)
+  Source(ozValueSet *set, ozIndexSet *index, int bound)
       : frequency(set ? bound : static_cast<int>(NEVER)), elements(0), indexSet(index), indices(0) {
     if (frequency == NEVER) return;
     elements = elementCount(set);
-    if (index) indices = inUse(*index->index());
+    if (index) indices = elementCount(index);
   }
   // How many times the attribute can be sent.
   unsigned int available() const { return indexSet ? indices : elements; }
   bool isWhole(unsigned int used) const {
     if (!indexSet) return true;
-    int const *const index = indexSet->index()->edit();
+    int const *const index = indicesOf(indexSet);
     for (unsigned int i = 0; i < used; ++i)
       if (static_cast<unsigned int>(index[i]) >= elements) return false;
     return true;
   }
 };
 
-} // namespace
-
 void ozGeoSet::findReach(Kind const &kind, ozIntArray const *lengths) {
-  auto const elements = [](ozContainer *set, int bound) { return set && bound ? elementCount(set) : 0; };
-  auto const indices = [](ozIndexSet *set) { return set ? inUse(*set->index()) : 0; };
-  auto const edits = [](ozIndexSet *set) { return set ? set->_edits : 0; };
-  unsigned int const keys[Reach::KEYS] = {
-      _edits,
-      lengths ? inUse(*lengths) : 0,
-      static_cast<unsigned int>(_primCount),
-      elements(_coordSet, 1),
-      elements(_normalSet, _normalBindNow),
-      elements(_colorSet, _colorBindNow),
-      elements(_texCoordSet, _texCoordBindNow),
-      indices(_coordIndexSet),
-      indices(_normalIndexSet),
-      indices(_colorIndexSet),
-      indices(_texCoordIndexSet),
-      edits(_coordIndexSet),
-      edits(_normalIndexSet),
-      edits(_colorIndexSet),
-      edits(_texCoordIndexSet),
+  // The set's own fields take the mark off themselves when they change. The counts are looked at every time, since an
+  // array may change without a word; the edits of an index only count upwards, so their sum tells all of them.
+  unsigned int *key = _reach.keys + 1, edits = 0;
+  auto const see = [&](unsigned int *known, unsigned int value) {
+    if (*known == value) return;
+    *known = value;
+    _reach.known = false;
   };
-  if (_reach.known && !memcmp(keys, _reach.keys, sizeof keys)) return;
-  memcpy(_reach.keys, keys, sizeof keys);
+  auto const seeSet = [&](ozValueSet *set, ozIndexSet *indexSet) {
+    see(key++, elementCount(set));
+    if (!indexSet) return;
+    see(key++, elementCount(indexSet));
+    edits += indexSet->_edits;
+  };
+  if (_coordSet) seeSet(_coordSet, _coordIndexSet);
+  if (_normalBindNow) seeSet(_normalSet, _normalIndexSet);
+  if (_colorBindNow) seeSet(_colorSet, _colorIndexSet);
+  if (_texCoordBindNow) seeSet(_texCoordSet, _texCoordIndexSet);
+  see(key, edits);
+  see(_reach.keys, lengths ? inUse(*lengths) : 0);
+  if (_reach.known) return;
   _reach.known = true;
   workOutReach(kind, lengths);
   if (!_reach.whole)

@@ -1,3 +1,4 @@
+#include "math/ozBox4.h"
 #include "oz/ozBound.h"
 #include "oz/ozSeg.h"
 
@@ -74,6 +75,11 @@ int ozBoxBound::contains(ozVec3f const &point) const {
 
 // J. Arvo, "Transforming axis-aligned bounding boxes", Graphics Gems, 1990.
 void ozBoxBound::xform(ozBoxBound const *src, ozMatrix4f const &m) {
+#if OZ_FLOAT4
+  ozBox4 const result = ozBox4::moved(*src, m);
+  ozStore3(min._v, result.low);
+  ozStore3(max._v, result.high);
+#else
   ozBoxBound result;
   for (int j = 0; j < 3; j++) {
     float low = m._m[3][j], high = low;
@@ -87,6 +93,7 @@ void ozBoxBound::xform(ozBoxBound const *src, ozMatrix4f const &m) {
     result.max._v[j] = high;
   }
   *this = result;
+#endif
 }
 
 int ozBoxBound::dimension() const {

@@ -35,38 +35,22 @@ void ozMatStack4f::init(int capacity) {
   reset();
 }
 
-// Makes room for one more level, whose matrix is the caller's to fill.
-int ozMatStack4f::raise(char const *complaint) {
-  if (_depth == _capacity) {
-    ozGlobal::notify(ozGlobal::WARN, ozGlobal::USAGE, complaint);
-    return 0;
-  }
-  _depth++;
-  _top++;
-  return 1;
-}
-
-int ozMatStack4f::push() {
-  if (!raise("ozMatStack4f::push() - Matrix stack full")) return 0;
-  _top[0] = _top[-1];
-  return 1;
+int ozMatStack4f::complain(char const *complaint) {
+  ozGlobal::notify(ozGlobal::WARN, ozGlobal::USAGE, complaint);
+  return 0;
 }
 
 int ozMatStack4f::pushIdent() {
-  if (!raise("ozMatStack4f::pushIdent() - Matrix stack full")) return 0;
+  if (_depth == _capacity) return complain("ozMatStack4f::pushIdent() - Matrix stack full");
+  _depth++;
+  _top++;
   _top->makeIdent();
   return 1;
 }
 
-int ozMatStack4f::pop() {
-  if (_depth > 1) {
-    _depth--;
-    _top--;
-    return 1;
-  }
+int ozMatStack4f::popLast() {
   reset();
-  ozGlobal::notify(ozGlobal::WARN, ozGlobal::USAGE, "ozMatStack4f::pop() - Matrix stack empty");
-  return 0;
+  return complain("ozMatStack4f::pop() - Matrix stack empty");
 }
 
 void ozMatStack4f::reset() {

@@ -137,6 +137,16 @@ void ozMatrix4f::makeVecRotVec(ozVec3f const &from, ozVec3f const &to) {
 }
 
 void ozMatrix4f::mult(ozMatrix4f const &a, ozMatrix4f const &b) {
+#if OZ_FLOAT4
+  ozFloat4 const b0 = ozLoad4(b._m[0]), b1 = ozLoad4(b._m[1]), b2 = ozLoad4(b._m[2]), b3 = ozLoad4(b._m[3]);
+  ozFloat4 rows[4];
+  for (int i = 0; i < 4; i++) rows[i] = a._m[i][0] * b0 + a._m[i][1] * b1 + a._m[i][2] * b2;
+  rows[3] += b3;
+  // The fourth column is that of the identity.
+  ozBits4 const kept = {-1, -1, -1, 0}, one = {0, 0, 0, 0x3f800000};
+  for (int i = 0; i < 3; i++) ozStore4(_m[i], ozFloatsOf(ozBitsOf(rows[i]) & kept));
+  ozStore4(_m[3], ozFloatsOf((ozBitsOf(rows[3]) & kept) | one));
+#else
   ozMatrix4f r; // the fourth column is that of the identity
   for (int i = 0; i < 4; i++) {
     for (int j = 0; j < 3; j++) {
@@ -145,6 +155,7 @@ void ozMatrix4f::mult(ozMatrix4f const &a, ozMatrix4f const &b) {
   }
   for (int j = 0; j < 3; j++) r._m[3][j] += b._m[3][j];
   *this = r;
+#endif
 }
 
 void ozMatrix4f::fullMult(ozMatrix4f const &a, ozMatrix4f const &b) {

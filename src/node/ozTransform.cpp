@@ -191,17 +191,19 @@ void ozTransform::cleanSideEffect(short id) {
 
 // ---- visits
 
-// Puts this transform in front of the action's top matrix.
-void ozTransform::multInto(ozTransformAction *action) {
+// One more level of the action, with this transform in front of what was on top.
+void ozTransform::pushInto(ozTransformAction *action) {
   if (isPlain(MOVED)) {
+    action->pushMatrix();
     action->translate(_translation[0], _translation[1], _translation[2]);
   } else if (isPlain(TURNED)) {
     float x, y, z, radians;
     _rotation.get(&x, &y, &z, &radians);
+    action->pushMatrix();
     action->rotate(x, y, z, radians);
   } else {
     freshMatrix();
-    action->multMatrix(_matrix, static_cast<ozTransformAction::MatTypeEnum>(_kind & UNEVEN));
+    action->pushMatrix(_matrix, static_cast<ozTransformAction::MatTypeEnum>(_kind & UNEVEN));
   }
 }
 
@@ -210,17 +212,14 @@ bool ozTransform::isOglStackFull(ozDrawAction *action) {
 }
 
 void ozTransform::transformPushMatrix(ozTransformAction *action) {
-  if (!_kind) return;
-  action->pushMatrix();
-  multInto(action);
+  if (_kind) pushInto(action);
 }
 
 void ozTransform::drawPushMatrix(ozDrawAction *action) {
   if (!_kind) return;
-  action->pushMatrix();
+  pushInto(action);
   bool const full = isOglStackFull(action);
   if (!full) glPushMatrix();
-  multInto(action);
   // With OpenGL's stack full, the short paths tell OpenGL nothing: meant.
   if (isPlain(MOVED)) {
     if (!full) glTranslatef(_translation[0], _translation[1], _translation[2]);
@@ -304,8 +303,7 @@ void ozTransform::isect(ozIsectAction *action) {
   if (ozMissesBox(_boxBound, action)) return;
   freshInverse();
   if (_singular) return; // what is flattened cannot be hit, and must not disturb the segment
-  action->pushMatrix();
-  multInto(action);
+  pushInto(action);
   action->pushSeg(_inverse);
   ozIsectChildren(_children, action);
   if (_kind & (SCALED | UNEVEN))

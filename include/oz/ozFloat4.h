@@ -1,0 +1,49 @@
+#ifndef OZ_FLOAT4_H
+#define OZ_FLOAT4_H
+
+#include <string.h>
+
+/// @file
+/// Four floats that are computed with at once, where the machine has registers for them (SSE2, NEON). Each lane goes
+/// through the operations of the scalar form in their order, so both give the same bits. Code that uses them keeps the
+/// scalar form beside it, for other machines and as the text to read.
+
+#if defined(__GNUC__) && (defined(__SSE2__) || defined(__ARM_NEON)) && !defined(OZ_SCALAR)
+#define OZ_FLOAT4 1
+
+typedef float ozFloat4 __attribute__((vector_size(16)));
+/// The bits of four floats; comparisons give all bits of a lane or none.
+typedef int ozBits4 __attribute__((vector_size(16)));
+
+/// Four floats from anywhere; all four are read.
+inline ozFloat4 ozLoad4(float const *from) {
+  ozFloat4 value;
+  memcpy(&value, from, sizeof value);
+  return value;
+}
+inline void ozStore4(float *to, ozFloat4 value) { memcpy(to, &value, sizeof value); }
+/// Stores the first three.
+inline void ozStore3(float *to, ozFloat4 value) {
+  memcpy(to, &value, 2 * sizeof(float));
+  to[2] = value[2];
+}
+inline ozFloat4 ozFill4(float value) { return ozFloat4{value, value, value, value}; }
+
+inline ozBits4 ozBitsOf(ozFloat4 value) { return reinterpret_cast<ozBits4>(value); }
+inline ozFloat4 ozFloatsOf(ozBits4 bits) { return reinterpret_cast<ozFloat4>(bits); }
+/// The highest bit of each lane, the first lane's lowest.
+inline int ozMask4(ozBits4 bits) {
+#ifdef __SSE2__
+  return __builtin_ia32_movmskps(ozFloatsOf(bits));
+#else
+  ozBits4 const places = {1, 2, 4, 8};
+  ozBits4 const set = (bits < 0) & places;
+  return set[0] | set[1] | set[2] | set[3];
+#endif
+}
+
+#else
+#define OZ_FLOAT4 0
+#endif
+
+#endif
