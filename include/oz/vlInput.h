@@ -50,7 +50,10 @@ public:
   /// Whether the end of the stream was met (a stream in error has ended).
   unsigned char eof() const { return _block ? _ended : feof(_fp) || ferror(_fp); }
   /// Skips white space and comments. 0 where the header is bad, once.
-  unsigned char skipWhiteSpace();
+  unsigned char skipWhiteSpace() {
+    // What stands behind '#' in the code is no space and starts no comment.
+    return _at != _end && *_at > '#' && _backBufIndex < 0 ? 1 : skipWhiteSpaceSlowly();
+  }
 
   /// The next character that is no white space.
   unsigned char read(char &c);
@@ -94,13 +97,17 @@ public:
 private:
   static char const EndMark = static_cast<char>(255);
 
+  struct Word;
+
   unsigned char checkHeader();
+  ozName nameOf(char const *text, size_t length);
   unsigned char getSlowly(char &c);
   void putBackSlowly(char c);
   /// Whether there are characters in memory to look at, as many as an ordinary word has unless the file ends.
   bool look() { return _backBufIndex < 0 && (_end - _at >= 64 || fill()); }
   bool fill();
   void makeFront();
+  unsigned char skipWhiteSpaceSlowly();
   bool skipSpaceInBlock();
   /// Takes what stands ahead of a place in the block; not where there is none, nor ahead of the end mark, which
   /// whoever meets it takes.
@@ -124,6 +131,7 @@ private:
   char *_block; // null where the stream is taken by the character
   size_t _blockSize;
   unsigned char _ended; // somebody asked for a character behind the last one of the last block
+  Word *_words;         // the last short names, each at the place that its hash gives
   FILE *_fp;
   int _lineNumber;
   float _version;

@@ -5,7 +5,7 @@
 #include <new>
 
 // The mean length at which more buckets are made.
-static unsigned int const LongChain = 4;
+static unsigned int const LongChain = 2;
 
 ozDict::ozDict(unsigned int buckets)
     : _bucketCount(buckets), _buckets(hashChains::make<ozDictEntry>(_bucketCount)), _count(0) {}

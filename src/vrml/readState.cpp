@@ -14,9 +14,7 @@ vlReadState::vlReadState(vlReadState *outerState)
     : outer(outerState), inlineDepth(outerState ? outerState->inlineDepth + 1 : 0),
       inlines(outerState ? outerState->inlines : &_ownInlines),
       _outerDepth(outerState ? outerState->depth() + 1 : 0), _extent{0, 0}, _named(4093), _found{}, _ownInlines(0),
-      _visits(outerState ? outerState->_visits : &_ownVisits), _ownVisits(0) {
-  _made.setExtension(1024);
-}
+      _visits(outerState ? outerState->_visits : &_ownVisits), _ownVisits(0) {}
 
 vlReadState::~vlReadState() {
   for (unsigned int i = 0; i < _referenceRoutes.getCount(); ++i) delete static_cast<Route *>(_referenceRoutes[i]);
@@ -136,6 +134,7 @@ Outsiders &outsiders() {
 
 void vlReadState::keep(ozContainer *obj) {
   obj->ref();
+  if (_made.getCount() == _made.getSize()) _made.setExtension(_made.getCount() / 2 + 1024);
   _made.append(obj);
 }
 

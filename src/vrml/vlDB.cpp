@@ -52,20 +52,25 @@ static FILE *openRegular(char const *path) {
   return fopen(path, "r");
 }
 
+// Takes out null children, at once: each removal by itself moves all children behind.
+static void removeGaps(ozGroup *group) {
+  int const count = group->getChildCount();
+  int i = 0;
+  while (i < count && group->getChild(i)) ++i;
+  if (i == count) return;
+  ozRefArray present(static_cast<unsigned int>(count));
+  for (i = 0; i < count; ++i)
+    if (group->getChild(i)) present.append(group->getChild(i));
+  group->children()->set(present);
+}
+
 // Takes back the field objects that reading made. A child that stands in several groups is cleaned once.
 static void cleanTree(ozContainer *c, ozDict &cleaned) {
   if (c->getParentCount() > 1 && !cleaned.enter(reinterpret_cast<unsigned long>(c), c)) return;
   c->freeUnconnectedFields();
   if (!c->isOfType(ozGroup::getClassType())) return;
   ozGroup *const group = static_cast<ozGroup *>(c);
-  ozRefArray present;
-  for (int i = 0; i < group->getChildCount(); ++i)
-    if (group->getChild(i)) {
-      if (present.getCount() == present.getSize()) present.setExtension(present.getCount() / 2 + 32);
-      present.append(group->getChild(i));
-    }
-  // At once, because each removal by itself moves all children behind.
-  if (present.getCount() < static_cast<unsigned int>(group->getChildCount())) group->children()->set(present);
+  removeGaps(group);
   for (int i = group->getChildCount() - 1; i >= 0; --i) cleanTree(group->getChild(i), cleaned);
 }
 

@@ -7,6 +7,8 @@
 #include <stdlib.h>
 #include <string.h>
 
+#include <new>
+
 #include "oz/ozContainer.h"
 #include "oz/vlError.h"
 #include "vrml/scanNumber.h"
@@ -17,14 +19,31 @@ static bool isAlnum(char c) { return isDigit(c) || ((c | 32) >= 'a' && (c | 32) 
 static bool isHexDigit(char c) { return isDigit(c) || ((c | 32) >= 'a' && (c | 32) <= 'f'); }
 static bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 static bool isControl(char c) { return (c >= 0 && c < ' ') || c == 127; }
-static bool isIdent(char c) { return isAlnum(c) || c == '_' || c == '-' || c == '%' || c == '*'; }
 
-vlInput::vlInput() : _block(nullptr), _refDict(251), _text(nullptr), _textSize(0), _textLength(0) {
+// The characters of identifiers, which are most of a text's words, in a table.
+static struct Identifiers {
+  bool has[256] = {};
+  constexpr Identifiers() {
+    for (int c = 0; c < 256; ++c)
+      has[c] = (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '-' ||
+               c == '%' || c == '*';
+  }
+} constexpr Identifier;
+static bool isIdent(char c) { return Identifier.has[static_cast<unsigned char>(c)]; }
+
+/// A word of up to 16 characters, and the name that it is. Files have few such words and use them often.
+struct vlInput::Word {
+  unsigned long head, tail;
+  ozName name;
+};
+
+vlInput::vlInput() : _block(nullptr), _words(nullptr), _refDict(251), _text(nullptr), _textSize(0), _textLength(0) {
   setFilePointer(stdin);
 }
 
 vlInput::~vlInput() {
   free(_block);
+  delete[] _words;
   free(_text);
 }
 
@@ -215,7 +234,7 @@ unsigned char vlInput::checkHeader() {
   return 0;
 }
 
-unsigned char vlInput::skipWhiteSpace() {
+unsigned char vlInput::skipWhiteSpaceSlowly() {
   if (!_readHeader && !checkHeader()) return 0;
   char c;
   while (!skipSpaceInBlock() && get(c)) {
@@ -375,6 +394,28 @@ VL_READ_NUMBER(double, double, readReal)
 
 // ---- names and strings
 
+// The name of a text of up to 255 characters.
+ozName vlInput::nameOf(char const *text, size_t length) {
+  Word word{0, 0, ozName()};
+  static size_t const half = sizeof word.head;
+  static int const bits = 8;
+  if (!_words) _words = new (std::nothrow) Word[1 << bits]();
+  bool const isShort = _words && length <= 2 * half;
+  Word *known = nullptr;
+  if (isShort) {
+    memcpy(&word.head, text, length < half ? length : half);
+    if (length > half) memcpy(&word.tail, text + half, length - half);
+    known = &_words[(word.head + word.tail * 0x9e3779b97f4a7c15ul) * 0x9e3779b97f4a7c15ul >> (64 - bits)];
+    if (known->head == word.head && known->tail == word.tail) return known->name;
+  }
+  char buffer[256];
+  memcpy(buffer, text, length);
+  buffer[length] = '\0';
+  word.name = ozName(buffer);
+  if (isShort) *known = word;
+  return word.name;
+}
+
 unsigned char vlInput::read(ozName &name, unsigned char validIdent) {
   if (!validIdent) {
     ozString text;
@@ -389,14 +430,10 @@ unsigned char vlInput::read(ozName &name, unsigned char validIdent) {
     char const *const start = _at;
     char const *at = start;
     while (at < _end && isIdent(*at)) ++at;
-    length = static_cast<size_t>(at - start);
-    if (length < sizeof buffer && takeTo(at < _end ? at : nullptr)) {
-      memcpy(buffer, start, length);
-      buffer[length] = '\0';
-      name = ozName(buffer);
+    if (at - start < static_cast<long>(sizeof buffer) && takeTo(at < _end ? at : nullptr)) {
+      name = nameOf(start, static_cast<size_t>(at - start));
       return 1;
     }
-    length = 0;
   }
   char c;
   if (!get(c)) {
