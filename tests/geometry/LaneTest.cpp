@@ -1,0 +1,7 @@
+#include "geometry/laneChecks.h"
+
+namespace {
+
+TEST(Lane4, InRegistersComputesAsSingleFloatsDo) { checkLanes(); }
+
+} // namespace
