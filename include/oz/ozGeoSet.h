@@ -6,6 +6,8 @@
 #include "oz/ozGeometry.h"
 #include "oz/ozSFRef.h"
 
+class ozPickIndex;
+
 /// Base of all sets of primitives. A set refers to coordinates and up to three more attributes, each with an index of
 /// its own or none, and says how often each attribute changes: once for the set, once a primitive or once a vertex.
 ///
@@ -62,6 +64,13 @@ public:
   /// Works out the draw flags, as each change of a field does: bits 0 and 1 normal and colour for the set, 3 and 4 a
   /// primitive, 6 to 8 texture coordinate, normal and colour a vertex, 9 to 11 the draw path.
   void calcBindings();
+
+  /// Whether rays may build an index of the triangles, which they do in sets of more than a few hundred once they have
+  /// cost, since the last change of the triangles, about what building does. Hits are the same with and without.
+  /// Coordinates and indices that are written in place must be announced (ozMField::editDone). 0 frees the index. 1 by
+  /// default.
+  void setPickIndexEnable(unsigned char on);
+  unsigned char getPickIndexEnable() const { return _pickIndexEnable; }
 
   // Culling of back primitives: each primitive is tested as a whole, ahead of OpenGL, while the draw action's culling
   // mode is on and the data have been built.
@@ -184,8 +193,9 @@ protected:
   VecReader readCoords() const { return VecReader(_coordSet, _coordIndexSet); }
   /// Whether the indices that are drawn lie within their sets. Tested once a change, with a message when they do not.
   bool hasWholeIndices(Kind const &kind, ozIntArray const *lengths);
-  /// Tests the triangles of all primitives, with cull; split(prim, len, triangle) calls triangle(a, b, c, primIndex)
-  /// for each, by the position of the vertices in the primitive, and returns how many vertices the primitive takes.
+  /// Tests the triangles of all primitives, with cull; split(prim, position, len, triangle) calls triangle(a, b, c,
+  /// primIndex) for each, by the position of the vertices in the primitive, and returns how many vertices the primitive
+  /// takes. Ahead of it, there were `position` triangles.
   template <class Split>
   int isectPrims(ozIsectAction *action, Kind const &kind, ozIntArray const *lengths, ozContext::CullFaceEnum cull,
                  Split split);
@@ -247,9 +257,17 @@ private:
   static unsigned int elementCount(ozValueSet *set);
   static int *indicesOf(ozIndexSet *set);
   template <class Set> static void describe(Set *set, ozIndexSet *indexSet, ozGLAttr &attr);
+  template <class Split, class Visit>
+  void visitTris(VecReader const &coords, Kind const &kind, ozIntArray const *lengths, Split const &split,
+                 Visit const &visit) const;
+  void followPicks(VecReader const &coords, ozIntArray const *lengths);
+  void deletePickIndex();
 
   int _bpcCount; // entries in the culling arrays
   Reach _reach;
+  unsigned int _triEdits; // counts changes of what the triangles are made of, but for the values of the index
+  unsigned char _pickIndexEnable;
+  ozPickIndex *_pickIndex; // null until rays have met a large set
 };
 
 #endif

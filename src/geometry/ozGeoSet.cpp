@@ -47,7 +47,7 @@ ozGeoSet::ozGeoSet(ozType *type) : ozGeometry(type), _drawFlags(0), _bpcPrimNorm
   _version = 0;
 }
 
-// A copy has neither the display list nor the culling data of the other.
+// A copy has neither the display list nor the culling data nor the picking index of the other.
 ozGeoSet::ozGeoSet(ozGeoSet const &other) : ozGeometry(other) {
   init();
   _listId = -1;
@@ -61,6 +61,7 @@ ozGeoSet::ozGeoSet(ozGeoSet const &other) : ozGeometry(other) {
   _bpcDynamicBuildMode = other._bpcDynamicBuildMode;
   _bpcPrimNormMode = other._bpcPrimNormMode;
   _bpcTolerance = other._bpcTolerance;
+  _pickIndexEnable = other._pickIndexEnable;
 }
 
 ozGeoSet &ozGeoSet::operator=(ozGeoSet const &other) {
@@ -73,6 +74,7 @@ ozGeoSet &ozGeoSet::operator=(ozGeoSet const &other) {
 
 ozGeoSet::~ozGeoSet() {
   deleteBPCullData();
+  deletePickIndex();
   destroyFieldContents(_ClassType);
 }
 
@@ -86,6 +88,9 @@ void ozGeoSet::init() {
   _bpcTolerance = 1e-06f;
   _setMask.off();
   _reach.known = false;
+  _triEdits = 0;
+  _pickIndexEnable = 1;
+  _pickIndex = nullptr;
   initFieldDefaults(_ClassType);
 }
 
@@ -98,6 +103,7 @@ void ozGeoSet::fieldChanged(short id) {
   if (getBPCullDynamicBuildMode() && existsBPCullData() && (id == 6 || id == 7 || id == 10 || id == 11))
     buildBPCullData();
   if (id == 14) _setMask.onBit(ozContext::CULL_FACE_ITEM);
+  if (id == 2 || id == 6 || id == 10) ++_triEdits;
   calcBindings();
   touchField(id);
   ++_version;
@@ -109,6 +115,7 @@ void ozGeoSet::lengthsChanged(short id) {
   propagateSideEffect(0);
   touchField(id);
   _reach.known = false;
+  ++_triEdits;
 }
 
 void ozGeoSet::childChanged(ozContainer *child, short id) {
@@ -117,6 +124,7 @@ void ozGeoSet::childChanged(ozContainer *child, short id) {
     propagateSideEffect(0);
   else
     ozContainer::childChanged(child, id);
+  if (coords) ++_triEdits;
   ++_version;
 }
 

@@ -29,7 +29,7 @@ void ozPolySet::fieldChanged(short id) {
 int ozPolySet::isect(ozIsectAction *action) {
   cleanFields();
   if (!isectBox(action) || !_coordSet || _cullFace == ozContext::BOTH_CULL) return 0;
-  return isectPrims(action, PrimKind, &_polyLengths, _cullFace, [](int prim, int len, auto const &triangle) {
+  return isectPrims(action, PrimKind, &_polyLengths, _cullFace, [](int prim, int, int len, auto const &triangle) {
     for (int k = 1; k + 1 < len; ++k) triangle(0, k, k + 1, prim);
     return len < 3 ? 2 : len; // a polygon that is none shifts the later ones: meant so
   });

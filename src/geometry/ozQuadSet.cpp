@@ -13,7 +13,7 @@ OZ_DEFINE_PRIM_NORM_MODE(ozQuadSet)
 int ozQuadSet::isect(ozIsectAction *action) {
   cleanFields();
   if (!isectBox(action) || !_coordSet || _cullFace == ozContext::BOTH_CULL) return 0;
-  return isectPrims(action, PrimKind, nullptr, _cullFace, [](int prim, int len, auto const &triangle) {
+  return isectPrims(action, PrimKind, nullptr, _cullFace, [](int prim, int, int len, auto const &triangle) {
     triangle(0, 1, 2, prim);
     triangle(0, 2, 3, prim);
     return len;

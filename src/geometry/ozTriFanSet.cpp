@@ -21,9 +21,8 @@ void ozTriFanSet::init() {
 int ozTriFanSet::isect(ozIsectAction *action) {
   cleanFields();
   if (!isectBox(action) || !_coordSet || _cullFace == ozContext::BOTH_CULL) return 0;
-  int count = 0;
-  return isectPrims(action, PrimKind, &_fanLengths, _cullFace, [&count](int, int len, auto const &triangle) {
-    for (int k = 1; k + 1 < len; ++k) triangle(0, k, k + 1, count++);
+  return isectPrims(action, PrimKind, &_fanLengths, _cullFace, [](int, int position, int len, auto const &triangle) {
+    for (int k = 1; k + 1 < len; ++k) triangle(0, k, k + 1, position + k - 1);
     return len;
   });
 }

@@ -22,15 +22,14 @@ void ozTriStripSet::init() {
 int ozTriStripSet::isect(ozIsectAction *action) {
   cleanFields();
   if (!isectBox(action) || !_coordSet || _cullFace == ozContext::BOTH_CULL) return 0;
-  int count = 0;
   // Through an index both faces are hit, whatever the cull face: meant so.
   ozContext::CullFaceEnum const cull = _coordIndexSet ? ozContext::NO_CULL : _cullFace;
-  return isectPrims(action, PrimKind, &_stripLengths, cull, [&count](int, int len, auto const &triangle) {
+  return isectPrims(action, PrimKind, &_stripLengths, cull, [](int, int position, int len, auto const &triangle) {
     for (int k = 0; k + 2 < len; ++k) {
       if (k & 1)
-        triangle(k + 1, k, k + 2, count++);
+        triangle(k + 1, k, k + 2, position + k);
       else
-        triangle(k, k + 1, k + 2, count++);
+        triangle(k, k + 1, k + 2, position + k);
     }
     return len;
   });

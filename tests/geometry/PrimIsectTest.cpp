@@ -57,6 +57,16 @@ TEST(TriSetIsect, ReportsTheNearestWhateverTheOrder) {
   }
 }
 
+TEST(TriSetIsect, OfEqualTrianglesTheLastIsHit) {
+  for (int count = 1; count <= 10; ++count) {
+    std::vector<ozVec3f> points;
+    for (int i = 0; i < count; ++i)
+      for (ozVec3f const &point : triangleRow(1)) points.push_back(point);
+    Held<ozTriSet> set(triSet(points, count));
+    EXPECT_EQ(hitFrom(set.get(), 0.75f, 0.25f), count - 1);
+  }
+}
+
 TEST(TriSetIsect, CullsByTheCullFace) {
   Held<ozTriSet> set(triSet(triangleRow(1), 1));
   auto const hits = [&](ozContext::CullFaceEnum cull) {
