@@ -1,4 +1,4 @@
-#include <stdint.h>
+#include <inttypes.h>
 #include <stdio.h>
 
 #include "node/visit.h"
@@ -36,8 +36,8 @@ ozTravDirective ozSwitchContext::drawVisit(ozDrawAction *action) {
   for (unsigned int i = 0; i < _contexts.getCount(); ++i)
     if (_contexts[i] == context) index = static_cast<int>(i); // the last match counts
   if (index < 0) {
-    fprintf(stderr, "ozSwitchContext(%p)::drawVisit called with unknown context 0x%x\n", static_cast<void *>(action),
-            static_cast<unsigned int>(reinterpret_cast<uintptr_t>(context)));
+    fprintf(stderr, "ozSwitchContext(%p)::drawVisit called with unknown context 0x%" PRIxPTR "\n",
+            static_cast<void *>(action), reinterpret_cast<uintptr_t>(context)); // 0x0 for none, where %p says "(nil)"
     return TRAV_TERM;
   }
   // Here a child's TRAV_PRUNE reaches the verdict, which is meant.

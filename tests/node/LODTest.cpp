@@ -171,6 +171,7 @@ TEST_F(LODTest, NearerThanTheFirstRangeNothingIsDrawn) {
 TEST_F(LODTest, AShiftOfOneIsOneChildCoarser) {
   setRanges({0, 10, 100});
   ozLOD::setOffset(1);
+  EXPECT_EQ(ozLOD::getOffset(), 1);
   EXPECT_THAT(drawnAt(5), ElementsAre("pre l", "draw b", "post l"));
   EXPECT_THAT(drawnAt(50), IsEmpty());
 }
@@ -230,6 +231,37 @@ TEST_F(LODTest, TheChoiceIsWrittenToWhichChildAndServesIntersection) {
   notes.clear();
   isect.apply(l);
   EXPECT_THAT(notes, ElementsAre("isect b"));
+}
+
+TEST_F(LODTest, BeforeTheFirstDrawingTheFirstChildIsIntersected) {
+  ozIsectAction isect;
+  isect.seg = segment(0, 0, 10, 0, 0, -1);
+  isect.apply(l);
+  EXPECT_THAT(notes, ElementsAre("isect a"));
+}
+
+TEST_F(LODTest, WhereNothingIsDrawnTheChoiceStaysAsItWas) {
+  setRanges({0, 10, 100});
+  drawnAt(50);
+  drawnAt(150);
+  EXPECT_EQ(l->getWhichChild(), 1);
+}
+
+TEST_F(LODTest, WhereNothingIsDrawnTheViewIsNotTested) {
+  for (ProbeNode *child : {a, b, c}) child->setBoxBound(cubeAt(0, 0, 5000, 1));
+  l->setCenter(ozVec3f(0, 0, 0));
+  camera->setFarClip(10);
+  camera->setNearClip(-10);
+  drawnAt(5);
+  EXPECT_EQ(verdict, TRAV_PRUNE); // outside the view
+  drawnAt(2000000);
+  EXPECT_EQ(verdict, TRAV_CONT);
+}
+
+TEST_F(LODTest, DrawingWithoutAChoiceBringsTheFieldsUpToDateAllTheSame) {
+  EXPECT_TRUE(l->hasPendingFields());
+  drawnAt(2000000);
+  EXPECT_FALSE(l->hasPendingFields());
 }
 
 TEST_F(LODTest, TheChoiceReachesAConnectedField) {

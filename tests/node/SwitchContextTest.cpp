@@ -2,7 +2,6 @@
 
 #include "support/capture.h"
 
-#include <cstdint>
 #include <cstdio>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -102,11 +101,40 @@ TEST_F(SwitchContextTest, AnUnknownContextGivesAMessageAndEndsTheTraversal) {
   s->setContext(0, fake(0));
   ozTravDirective verdict = TRAV_CONT;
   char line[200];
-  snprintf(line, sizeof line, "ozSwitchContext(%p)::drawVisit called with unknown context 0x%x\n",
-           static_cast<void *>(&draw), static_cast<unsigned int>(reinterpret_cast<std::uintptr_t>(fake(2))));
+  snprintf(line, sizeof line, "ozSwitchContext(%p)::drawVisit called with unknown context %p\n",
+           static_cast<void *>(&draw), static_cast<void *>(fake(2)));
   EXPECT_EQ(stderrOf([&] { verdict = drawOn(fake(2)); }), line);
   EXPECT_EQ(verdict, TRAV_TERM);
   EXPECT_THAT(notes, IsEmpty());
+}
+
+TEST_F(SwitchContextTest, ANullContextPrintsAsAnAddressToo) {
+  std::string const errors = stderrOf([&] { drawOn(nullptr); });
+  EXPECT_EQ(errors.substr(errors.find("unknown")), "unknown context 0x0\n");
+}
+
+TEST_F(SwitchContextTest, AnUnknownContextBringsTheFieldsUpToDateAllTheSame) {
+  EXPECT_TRUE(s->hasPendingFields());
+  stderrOf([&] { drawOn(fake(2)); });
+  EXPECT_FALSE(s->hasPendingFields());
+}
+
+TEST_F(SwitchContextTest, PreVisitAndPostVisitCountAsInAGroup) {
+  s->setContext(0, fake(0));
+  draw.pre["s"] = TRAV_PRUNE;
+  EXPECT_EQ(drawOn(fake(0)), TRAV_PRUNE);
+  EXPECT_THAT(notes, ElementsAre("pre s", "post s"));
+  draw.pre.clear();
+  draw.post["s"] = TRAV_TERM;
+  EXPECT_EQ(drawOn(fake(0)), TRAV_TERM);
+  EXPECT_THAT(notes, ElementsAre("pre s", "draw a", "post s"));
+}
+
+TEST_F(SwitchContextTest, ANullChildIsPassedOver) {
+  s->setContext(0, fake(0));
+  s->setChild(0, nullptr);
+  EXPECT_EQ(drawOn(fake(0)), TRAV_CONT);
+  EXPECT_THAT(notes, ElementsAre("pre s", "post s"));
 }
 
 TEST_F(SwitchContextTest, WithoutAnyContextDrawingEndsTheTraversalToo) {
