@@ -2,8 +2,9 @@
 
 #include <GL/gl.h>
 #include <stdio.h>
-#include <stdlib.h>
 #include <string.h>
+
+#include <charconv>
 
 char const *ozGLVersion() { return reinterpret_cast<char const *>(glGetString(GL_VERSION)); }
 
@@ -23,9 +24,9 @@ bool ozHasExtension(char *&list, char const *name) {
 int ozSupportLevel(char *&list, char const *extension, char const *what) {
   char const *const version = ozGLVersion();
   if (!version) return 0;
-  char start[4] = "";
-  strncpy(start, version, 3);
-  if (strtod(start, nullptr) > 1.0) return 2;
+  double number = 0;
+  std::from_chars(version, version + strnlen(version, 3), number); // whatever the locale's decimal point
+  if (number > 1.0) return 2;
   if (strncmp(version, "1.0", 3) != 0) {
     fprintf(stderr, "Unexpected GL_VERSION string!\n%s is disabled ...\n", what);
     return 0;

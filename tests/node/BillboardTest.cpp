@@ -1,15 +1,9 @@
 #include "probes.h"
 
 #include "support/capture.h"
-#include "support/contextFixture.h"
-#include "support/glRecorder.h"
 
 #include <cmath>
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 namespace {
 
@@ -130,6 +124,16 @@ TEST(Billboard, SetValuesReachConnectedFields) {
   ozVec3f axis;
   to->getAxis(axis);
   EXPECT_VEC(axis, 1, 0, 0);
+}
+
+TEST(Billboard, NormalisesAnAxisThatAConnectionBrings) {
+  Held<ozTransform> from;
+  Held<ozBillboard> to;
+  from->getField("translation")->connect(to->getField(5));
+  from->setTranslation(0, 0, 4);
+  ozVec3f axis;
+  to->getAxis(axis);
+  EXPECT_VEC(axis, 0, 0, 1);
 }
 
 // ---- the bound
@@ -326,6 +330,39 @@ TEST_F(BillboardTest, EachForwardAndUpGiveARotation) {
   }
 }
 
+TEST_F(BillboardTest, WithTheAxisUpEachForwardAndUpGiveARotationToo) {
+  b->setMode(ozBillboard::POINT_OBJECT);
+  for (int forward : {0, 2, 3, 5}) {
+    for (int up = 0; up < 6; ++up) {
+      if (forward % 3 == up % 3) continue;
+      b->setForward(static_cast<ozBillboard::VectorEnum>(forward));
+      b->setUp(static_cast<ozBillboard::VectorEnum>(up));
+      ASSERT_TRUE(turnFor(1, 0, 0, -0.5f)); // the eye was lifted
+      ozVec3f const f = unit(forward), u = unit(up);
+      EXPECT_VEC(turned(f[0], f[1], f[2]), 0, std::sin(0.5f), std::cos(0.5f));
+      EXPECT_VEC(turned(u[0], u[1], u[2]), 0, std::cos(0.5f), -std::sin(0.5f));
+      EXPECT_NEAR(out.det3(), 1, 1e-5); // not a mirror image
+    }
+  }
+}
+
+TEST_F(BillboardTest, AnAxisCountsAsTheForwardOneWithinOneTenMillionth) {
+  b->setForward(ozBillboard::POS_Y_AXIS);
+  b->setUp(ozBillboard::POS_Z_AXIS);
+  b->setAxis(5e-8f, 1, 0);
+  EXPECT_FALSE(turnFor(0, 1, 0, 0.5f));
+  b->setAxis(1e-6f, 1, 0);
+  EXPECT_TRUE(turnFor(0, 1, 0, 0.5f));
+}
+
+TEST_F(BillboardTest, NothingStaysFromOneEyeToTheNext) {
+  ASSERT_TRUE(turnFor(0, 1, 0, 0.5f));
+  ozMatrix4f const first = out;
+  ASSERT_TRUE(turnFor(0, 1, 0, -1.5f));
+  ASSERT_TRUE(turnFor(0, 1, 0, 0.5f));
+  EXPECT_EQ(out, first);
+}
+
 TEST_F(BillboardTest, ForwardAndUpAlongOneLineHarmNothing) {
   for (int mode : {0, 1, 2}) {
     b->setModeHack(mode);
@@ -379,172 +416,4 @@ TEST_F(BillboardTest, AScaleOfZeroAboveHarmsNothing) {
     for (int i = 0; i < 4; ++i)
       for (int j = 0; j < 4; ++j) EXPECT_TRUE(std::isfinite(out[i][j]));
   }
-}
-
-// ---- drawing
-
-namespace {
-
-/// A billboard "b" with two probes, drawn in a context.
-class BillboardDrawTest : public ContextTest {
-protected:
-  BillboardDrawTest() : first(new ProbeNode("first", 1)), second(new ProbeNode("second", 1)), camera(wideCamera()) {
-    b->setName("b");
-    b->addChild(first);
-    b->addChild(second);
-    draw.setCamera(camera);
-    auto note = [this](ozTransformAction *action) {
-      action->getMatrix(matrix);
-      type = action->getMatType();
-      depth = action->getMatrixDepth();
-      view = static_cast<ozDrawAction *>(action)->getViewVector();
-      glGetFloatv(GL_MODELVIEW_MATRIX, modelview[0]);
-    };
-    first->duringTransform = second->duringTransform = note;
-    notes.clear();
-  }
-
-  std::vector<std::string> drawIt() {
-    camera->draw(&draw);
-    notes.clear();
-    GLRecorder rec;
-    draw.reset();
-    verdict = b->drawVisit(&draw);
-    return textsOf(rec.without({"glGetFloatv"}));
-  }
-
-  Held<ozBillboard> b;
-  ProbeNode *first, *second;
-  Held<ozOrthoCamera> camera;
-  Noting<ozDrawAction> draw;
-  ozMatrix4f matrix, modelview;
-  ozVec3f view;
-  ozTravDirective verdict = TRAV_CONT;
-  int type = -1, depth = -1;
-};
-
-std::string const Identity = "glMultMatrixf(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1)";
-
-} // namespace
-
-TEST_F(BillboardDrawTest, EachChildIsDrawnAtItsPosition) {
-  b->position()->set(0, ozVec3f(1, 2, 3));
-  b->position()->set(1, ozVec3f(4, 5, 6));
-  EXPECT_THAT(drawIt(), ElementsAre("glPushMatrix()", "glTranslatef(1, 2, 3)", Identity, "glPopMatrix()",
-                                    "glPushMatrix()", "glTranslatef(4, 5, 6)", Identity, "glPopMatrix()"));
-  EXPECT_THAT(notes, ElementsAre("pre b", "draw first", "draw second", "post b"));
-  EXPECT_TRUE(matrix.almostEqual(modelview, 1e-5f));
-}
-
-TEST_F(BillboardDrawTest, AChildWithoutAPositionStandsAtTheOrigin) {
-  b->position()->set(0, ozVec3f(1, 2, 3));
-  EXPECT_THAT(drawIt(), ElementsAre("glPushMatrix()", "glTranslatef(1, 2, 3)", Identity, "glPopMatrix()",
-                                    "glPushMatrix()", "glTranslatef(0, 0, 0)", Identity, "glPopMatrix()"));
-}
-
-TEST_F(BillboardDrawTest, TheChildIsTurnedAboutItsPosition) {
-  b->position()->set(1, ozVec3f(4, 5, 6));
-  camera->setOrientation(0, 1, 0, 0.5f);
-  drawIt();
-  EXPECT_TRUE(matrix.almostEqual(modelview, 1e-4f));
-  ozMatrix4f view;
-  camera->getViewMat(view);
-  ozVec3f position(4, 5, 6), at(0, 0, 0), forward(0, 0, 1);
-  position.xformPt(position, view);
-  at.xformPt(at, matrix);
-  forward.xformVec(forward, matrix);
-  EXPECT_VEC(at, position[0], position[1], position[2]);
-  EXPECT_VEC(forward, 0, 0, 1); // in eye space: towards the eye
-}
-
-TEST_F(BillboardDrawTest, TheTypeOfTheMatrixIsTwoBelowAndBackAfterwards) {
-  drawIt();
-  EXPECT_EQ(type, 2);
-  EXPECT_EQ(depth, 2);
-  EXPECT_EQ(draw.getMatType(), 0);
-  EXPECT_EQ(draw.getMatrixDepth(), 1);
-}
-
-TEST_F(BillboardDrawTest, SeenAlongItsAxisItVanishes) {
-  b->setAxis(0, 0, 1);
-  b->setForward(ozBillboard::POS_X_AXIS);
-  EXPECT_THAT(drawIt(), IsEmpty());
-  EXPECT_THAT(notes, ElementsAre("pre b", "post b"));
-  EXPECT_EQ(verdict, TRAV_CONT);
-}
-
-TEST_F(BillboardDrawTest, OutsideTheViewItIsPruned) {
-  b->position()->set(0, ozVec3f(0, 0, 5000));
-  b->position()->set(1, ozVec3f(0, 0, 5000));
-  EXPECT_THAT(drawIt(), IsEmpty());
-  EXPECT_EQ(verdict, TRAV_PRUNE);
-  EXPECT_THAT(notes, IsEmpty());
-}
-
-TEST_F(BillboardDrawTest, PreVisitAndPostVisitCountAsInAGroup) {
-  draw.pre["b"] = TRAV_PRUNE;
-  EXPECT_THAT(drawIt(), IsEmpty());
-  EXPECT_EQ(verdict, TRAV_PRUNE);
-  EXPECT_THAT(notes, ElementsAre("pre b", "post b"));
-  draw.pre.clear();
-  draw.post["b"] = TRAV_TERM;
-  drawIt();
-  EXPECT_EQ(verdict, TRAV_TERM);
-}
-
-TEST_F(BillboardDrawTest, TermOfAChildUnwindsAndEndsTheLoop) {
-  first->verdict = TRAV_TERM;
-  EXPECT_THAT(drawIt(), ElementsAre("glPushMatrix()", "glTranslatef(0, 0, 0)", Identity, "glPopMatrix()"));
-  EXPECT_EQ(verdict, TRAV_TERM);
-  EXPECT_EQ(draw.getMatrixDepth(), 1);
-  first->verdict = TRAV_PRUNE;
-  drawIt();
-  EXPECT_EQ(verdict, TRAV_CONT);
-}
-
-TEST_F(BillboardDrawTest, TheLimitOfOpenGLsStackIsNotRespected) {
-  ozTransform::setMaxOglStackDepth(1);
-  EXPECT_EQ(drawIt().front(), "glPushMatrix()");
-  ozTransform::setMaxOglStackDepth(-1);
-}
-
-TEST_F(BillboardDrawTest, WithBackPrimitiveCullingTheViewVectorIsInTheChildsSpace) {
-  draw.setViewVector(ozVec3f(7, 8, 9));
-  drawIt();
-  EXPECT_VEC(view, 7, 8, 9);
-  draw.setBPCullMode(ozDrawAction::FRONT_BPC);
-  camera->setOrientation(0, 1, 0, 0.5f);
-  drawIt();
-  EXPECT_VEC(view, 0, 0, 1); // turned towards the eye
-  EXPECT_VEC(draw.getViewVector(), 7, 8, 9);
-}
-
-TEST_F(BillboardDrawTest, NullChildrenArePassedOver) {
-  b->position()->set(0, ozVec3f(1, 2, 3));
-  b->position()->set(1, ozVec3f(4, 5, 6));
-  b->setChild(0, nullptr);
-  EXPECT_THAT(drawIt(), ElementsAre("glPushMatrix()", "glTranslatef(4, 5, 6)", Identity, "glPopMatrix()"));
-}
-
-TEST_F(BillboardDrawTest, AVisitMayRemoveSiblings) {
-  first->during = [&] { b->setChildCount(1); };
-  drawIt();
-  EXPECT_THAT(notes, ElementsAre("pre b", "draw first", "post b"));
-}
-
-TEST_F(BillboardDrawTest, OtherVisitsSeeTheChildrenAsTheyAre) {
-  camera->setOrientation(0, 1, 0, 0.5f);
-  b->position()->set(0, ozVec3f(1, 2, 3));
-  first->duringTransform = second->duringTransform = nullptr;
-  int deepest = 0;
-  first->duringTransform = [&](ozTransformAction *action) { deepest = action->getMatrixDepth(); };
-  ozTransformAction transform;
-  transform.apply(b);
-  EXPECT_EQ(deepest, 1);
-  ozIsectAction isect;
-  isect.seg = segment(0, 0, 10, 0, 0, -1);
-  notes.clear();
-  isect.apply(b);
-  EXPECT_EQ(deepest, 1);
-  EXPECT_THAT(notes, ElementsAre("isect second", "isect first"));
 }

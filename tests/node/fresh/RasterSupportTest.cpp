@@ -7,6 +7,7 @@
 #include <GL/gl.h>
 #include <GL/glext.h>
 #include <gtest/gtest.h>
+#include <locale.h>
 #include <unistd.h>
 
 using ::testing::ExitedWithCode;
@@ -185,6 +186,17 @@ TEST(RasterSupport, AnUnexpectedVersionIsComplainedOf) {
   }
 }
 
+TEST(RasterSupport, AVersionIsReadAlikeInALocaleWithADecimalComma) {
+  std::string const usual = setlocale(LC_NUMERIC, nullptr);
+  char const *set = nullptr;
+  for (char const *name : {"de_DE.utf8", "fr_FR.utf8", "nl_NL.utf8", "es_ES.utf8"})
+    if (!set) set = setlocale(LC_NUMERIC, name);
+  if (!set) GTEST_SKIP() << "no locale with a decimal comma here";
+  expectLevel<ozLogicOp>(2, "1.1");
+  expectLevel<ozPolygonOffset>(2, "1.2");
+  setlocale(LC_NUMERIC, usual.c_str());
+}
+
 // ---- what follows from the level
 
 TEST(BlendEquationSupport, TheAlphaEquationsAreStoredAtLevelThreeAlone) {
@@ -272,6 +284,90 @@ TEST(LogicOpSupport, DrawingDoesNotLookAtIt) {
         ozTravDirective verdict;
         bool const drew = drawn(new ozLogicOp, gl, verdict).size() == 4;
         leave(drew && verdict == TRAV_CONT && ozLogicOp::isSupported() == 0);
+      },
+      ExitedWithCode(0), "");
+}
+
+TEST(BlendEquationSupport, TheAlphaEquationsHaveTheValuesOfTheirExtension) {
+  EXPECT_EXIT(
+      {
+        FakeGL gl("1.2", "GL_ARB_imaging ZTKX_blend_alpha_minmax");
+        ozBlendEquation *const group = new ozBlendEquation;
+        ozTravDirective verdict;
+        group->setEqMode(ozBlendEquation::ALPHA_MIN_BEQ);
+        drawn(group, gl, verdict);
+        unsigned int const least = static_cast<unsigned int>(gl.named("glBlendEquation")[0].args[0]);
+        group->setEqMode(ozBlendEquation::ALPHA_MAX_BEQ);
+        drawn(group, gl, verdict);
+        unsigned int const most = static_cast<unsigned int>(gl.named("glBlendEquation")[0].args[0]);
+        leave(least == 0x8320 && most == 0x8321);
+      },
+      ExitedWithCode(0), "");
+}
+
+TEST(BlendEquationSupport, AnAlphaEquationFromElsewhereIsDrawnAsAnAdditionBelowLevelThree) {
+  EXPECT_EXIT(
+      {
+        FakeGL gl("1.2", "GL_ARB_imaging");
+        ozBlendEquation *const group = new ozBlendEquation;
+        static_cast<ozSFEnum *>(group->getField(3))->set(5);
+        ozTravDirective verdict;
+        drawn(group, gl, verdict);
+        leave(group->getEqMode() == 5 && gl.named("glBlendEquation")[0].args[0] == GL_FUNC_ADD);
+      },
+      ExitedWithCode(0), "");
+}
+
+TEST(BlendEquationSupport, TheFunctionIsThatOfTheLevel) {
+  EXPECT_EXIT(
+      {
+        FakeGL gl("1.2", "GL_ARB_imaging");
+        ozTravDirective verdict;
+        drawn(new ozBlendEquation, gl, verdict);
+        leave(gl.named("glBlendEquation").size() == 2 && gl.named("glBlendEquationEXT").empty());
+      },
+      ExitedWithCode(0), "");
+  EXPECT_EXIT(
+      {
+        FakeGL gl("1.2", Both);
+        ozTravDirective verdict;
+        drawn(new ozBlendEquation, gl, verdict);
+        leave(gl.named("glBlendEquation").empty() && gl.named("glBlendEquationEXT").size() == 2);
+      },
+      ExitedWithCode(0), "");
+}
+
+namespace {
+
+/// Culls a group around the origin with one empty group below, and returns the verdict and whether that was reached.
+bool culledThrough(ozGroup *group) {
+  struct Counting : ozVFCullAction {
+    int visits = 0;
+    ozTravDirective preVisit(ozNode *) override {
+      ++visits;
+      return TRAV_CONT;
+    }
+  };
+  ozBoxBound box;
+  box.min.set(-1, -1, -10);
+  box.max.set(1, 1, -5);
+  ozGroup *const child = new ozGroup;
+  child->setBoundMode(ozNode::STATIC);
+  child->setBoxBound(box);
+  group->addChild(child);
+  Counting *const action = new Counting;
+  action->setCamera(new ozPerspCamera);
+  return action->apply(group) == TRAV_CONT && action->visits == 2;
+}
+
+} // namespace
+
+TEST(RasterSupport, WithoutSupportCullingGoesThroughTheSubtreeAllTheSame) {
+  EXPECT_EXIT(
+      {
+        FakeGL gl;
+        bool const reached = culledThrough(new ozBlendEquation) && culledThrough(new ozPolygonOffset);
+        leave(reached && ozBlendEquation::isSupported() == 0 && ozPolygonOffset::isSupported() == 0);
       },
       ExitedWithCode(0), "");
 }
