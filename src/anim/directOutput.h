@@ -54,14 +54,17 @@ template <class Field> void ozCopyTarget(Field *from, Field *to) {
   to->fieldChanged();
 }
 
-/// Computes a result of `length` elements into the first target and hands it to the others.
+/// Computes a result of `length` elements into the first target that can take it, and hands it to the others.
 template <class Field, class Compute> void ozDeliver(ozField *output, unsigned int length, Compute compute) {
-  Field *const first = ozDirectTarget<Field>(output, 0);
+  unsigned int const count = output->getOutputs() ? output->getOutputs()->getCount() : 0;
+  unsigned int at = 0;
+  while (at < count && !ozDirectTarget<Field>(output, at)) ++at;
+  Field *const first = ozDirectTarget<Field>(output, at);
   if (!first) return;
   compute(ozTargetView<Field>(first, length));
   first->fieldChanged();
-  for (unsigned int i = 1; output->getOutputs() && i < output->getOutputs()->getCount(); ++i) {
-    if (ozDirectTarget<Field>(output, 0) != first) return; // a listener took it away
+  for (unsigned int i = at + 1; output->getOutputs() && i < output->getOutputs()->getCount(); ++i) {
+    if (ozDirectTarget<Field>(output, at) != first) return; // a listener took it away
     if (Field *const target = ozDirectTarget<Field>(output, i)) ozCopyTarget(first, target);
   }
 }
