@@ -28,11 +28,11 @@ ozTriSet *makeBox() {
     int const triangles[6] = {0, 1, 2, 0, 2, 3};
     for (int i = 0; i < 6; i++) indices[f * 6 + i] = f * 4 + triangles[i];
   }
-  auto *const coords = new ozCoordSet3f;
+  auto *const coords = new ozCoordSet3f(24);
   coords->point()->setRange(0, 24, points);
-  auto *const directions = new ozNormalSet3f;
+  auto *const directions = new ozNormalSet3f(24);
   directions->vector()->setRange(0, 24, normals);
-  auto *const index = new ozIndexSet;
+  auto *const index = new ozIndexSet(36);
   index->index()->setRange(0, 36, indices);
   auto *const set = new ozTriSet;
   set->setPrimCount(12);

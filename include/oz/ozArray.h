@@ -44,10 +44,17 @@ public:
   ozData *getData() const { return _data; }
   char *getArray() const { return _array; }
 
+  /// Counts the arrays of the process that had elements and changed their room: as long as it stands, no address of an
+  /// element has changed.
+  static unsigned int getMoveCount() { return __atomic_load_n(&_MoveCount, __ATOMIC_RELAXED); }
+  static void countMove() { __atomic_fetch_add(&_MoveCount, 1, __ATOMIC_RELAXED); }
+
 protected:
   explicit ozArray(unsigned int elementSize);
   ozArray(unsigned int elementSize, unsigned int size);
   ozArray(unsigned int elementSize, ozData *data, unsigned int offset, unsigned int stride);
+  /// Room for `size` elements in zeroed memory that belongs to somebody else, until more are needed.
+  ozArray(unsigned int elementSize, void *place, unsigned int size);
 
   /// Grows in whole steps of the extension until there is room for n elements; never shrinks. Returns whether the
   /// caller may store there: 0 only where an owned block could not grow.
@@ -56,7 +63,8 @@ protected:
 
   unsigned int _offset;
   unsigned int _stride;
-  unsigned int _elementSize;
+  unsigned int _elementSize : 31;
+  unsigned int _inPlace : 1; // the elements lie in memory that is not the array's own
   unsigned int _count;
   unsigned int _size;
   unsigned int _extension;
@@ -65,6 +73,8 @@ protected:
 
 private:
   unsigned char resize(size_t n);
+
+  static unsigned int _MoveCount;
 };
 
 /// How a value travels as an argument: scalars, pointers and times by value, everything else by constant reference.
@@ -204,6 +214,8 @@ public:
   void write(ozOutput *out) const;
 
 protected:
+  ozValueArray(T *place, unsigned int n) : ozArray(sizeof(T), place, n) {}
+
   T &list(unsigned int i) const {
     OZ_REQUIRE(i < _count || i < _size, "array index out of range");
     return slot(i);

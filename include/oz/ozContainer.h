@@ -7,6 +7,30 @@
 class ozCloneTable;
 class ozData;
 
+/// The field objects of one container, by id: none, one, or a table. Most containers have no more than one.
+class ozFieldSlots {
+public:
+  bool isEmpty() const { return !_slots; }
+  /// Null if there is none with this id.
+  ozField *get(int id) const;
+  /// Enters a field; a table that is needed has room for `count` at the least.
+  void set(ozField *field, int count);
+  /// Calls visit(field) for all, in the order of their ids; what it returns false for is forgotten.
+  template <class Visit> void keepIf(Visit visit);
+
+private:
+  struct Table {
+    int count;
+    ozField *at[1];
+  };
+  enum : unsigned long { SINGLE = 1 };
+
+  ozField *single() const { return reinterpret_cast<ozField *>(_slots & ~static_cast<unsigned long>(SINGLE)); }
+  Table *table() const { return reinterpret_cast<Table *>(_slots); }
+
+  unsigned long _slots = 0; // the address of a field with the bit SINGLE, or that of a table
+};
+
 /// Base of everything that has fields.
 ///
 /// Two lanes carry changes and are kept apart. Connections between fields mark what is connected and copy on demand,
@@ -102,7 +126,7 @@ protected:
 
   /// The end point of every change to a field: settles it and marks what it is connected to.
   void touchField(short id) {
-    if (_fields) touchFieldObject(id);
+    if (!_fields.isEmpty()) touchFieldObject(id);
   }
   /// Calls childChanged(this, id) on each parent.
   void notifyParents(short id);
@@ -167,12 +191,13 @@ private:
   void copyReferences(ozFieldInfo *info, ozContainer *src, ozCloneTable *table);
   static ozContainer *cloneChild(ozContainer *child, ozCloneTable *table);
 
-  ozFieldArray *_fields;
+  // Every visit looks at the masks, and at what a subclass puts behind them; the rest stays out of the way.
+  ozFieldSlots _fields;
   void *_parents; // ozParentList * where PARENT_ARRAY_FLAG is set, otherwise ozContainer *
   ozData *_userData;
+  char *_name;
   long long _dirtyMask;      // bit per field id: an input holds a newer value
   long long _sideEffectMask; // bit per field id: the derived value is stale, and the parents know
-  char *_name;
 };
 
 #endif

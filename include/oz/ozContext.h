@@ -330,6 +330,7 @@ private:
   template <class T> void keepDefault(int item, T _ozGfx::*member, T const &value);
   template <class T> bool change(int item, T _ozGfx::*member, T const &value);
   template <class T> bool setItem(int item, T _ozGfx::*member, T const &value);
+  void applyAppearance(ozAppearance *source, unsigned char force, void const *known);
   void applyItem(int item, _ozGfx const &values);
   void issueAlphaFunc();
   void issueLineStipple();

@@ -12,14 +12,24 @@
 /// What all sets of values have in common. No class of its own at run time.
 class OZ_API ozValueSet : public ozContainer {
 protected:
-  explicit ozValueSet(ozType *type) : ozContainer(type), _elements(nullptr), _edits(0) {}
+  explicit ozValueSet(ozType *type) : ozContainer(type), _edits(0), _place(0) {}
   void fieldChanged(short id) override;
+  void dirtyFieldOutputs(ozField *f) override;
 
-  ozArray *_elements;  ///< where the library's classes keep their values; null in an application's own
+  /// Where the library's classes keep their values; null in an application's own.
+  ozArray *elements() {
+    return _place ? reinterpret_cast<ozArray *>(reinterpret_cast<char *>(this) + _place) : nullptr;
+  }
+  void setElements(ozArray *elements) {
+    _place = static_cast<int>(reinterpret_cast<char *>(elements) - reinterpret_cast<char *>(this));
+  }
+
   unsigned int _edits; ///< counts changes, so that geometry sets test what they are given once a change
 
 private:
   friend class ozGeoSet;
+  void tellGeoSets();
+  int _place; // of the elements, from the start of the object
 };
 
 /// Declares an abstract attribute set.

@@ -130,7 +130,7 @@ public:
   /// The input that announced a change last; the one that a read copies from.
   ozField *getSource() const { return _source; }
   EventClassEnum getEventClass() const { return static_cast<EventClassEnum>(_eventClass); }
-  void setEventClass(EventClassEnum eventClass) { _eventClass = static_cast<unsigned char>(eventClass); }
+  void setEventClass(EventClassEnum eventClass);
 
   /// Whether an input holds a newer value.
   unsigned char isDirty() const { return _dirty; }

@@ -28,4 +28,13 @@ public:
   void write(ozOutput *out) const;
 };
 
+/// An array of containers that keeps a few of them in itself: what most nodes refer to.
+template <unsigned int ROOM> class ozShortRefArray : public ozRefArray {
+public:
+  ozShortRefArray() : ozRefArray(_room, ROOM), _room() {}
+
+private:
+  void *_room[ROOM];
+};
+
 #endif

@@ -31,6 +31,22 @@ inline ozFloat4 ozFill4(float value) { return ozFloat4{value, value, value, valu
 
 inline ozBits4 ozBitsOf(ozFloat4 value) { return reinterpret_cast<ozBits4>(value); }
 inline ozFloat4 ozFloatsOf(ozBits4 bits) { return reinterpret_cast<ozFloat4>(bits); }
+/// a where it is below b, otherwise b: as the comparison says for zeros and for what is no number.
+inline ozFloat4 ozMin4(ozFloat4 a, ozFloat4 b) {
+#ifdef __SSE2__
+  return __builtin_ia32_minps(a, b);
+#else
+  return a < b ? a : b;
+#endif
+}
+/// a where it is above b, otherwise b.
+inline ozFloat4 ozMax4(ozFloat4 a, ozFloat4 b) {
+#ifdef __SSE2__
+  return __builtin_ia32_maxps(a, b);
+#else
+  return a > b ? a : b;
+#endif
+}
 /// The highest bit of each lane, the first lane's lowest.
 inline int ozMask4(ozBits4 bits) {
 #ifdef __SSE2__

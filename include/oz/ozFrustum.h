@@ -55,7 +55,8 @@ public:
   /// The projection matrix as OpenGL takes it.
   void getGLProjMat(ozMatrix4f &m) const;
 
-  /// contains() of a box that is moved into eye space by a matrix first: what culling asks for every node.
+  /// contains() of a box that is moved into eye space by a matrix first: what culling asks for every node. An empty box
+  /// is outside.
   int containsMoved(ozBoxBound const &box, ozMatrix4f const &toEye) const;
 
 protected:
@@ -69,7 +70,11 @@ private:
   static void getCorners(ozVec3f const *corners, ozVec3f &ll, ozVec3f &lr, ozVec3f &ul, ozVec3f &ur);
   void makeRectangle(float left, float right, float bottom, float top);
   void setRectangle(float left, float right, float bottom, float top);
+  friend class ozVFCullAction;
+  int containsMovedInline(ozBoxBound const &box, ozMatrix4f const &toEye) const;
   int contains(struct ozBox4 const &box) const;
+  int containsCrossing(ozBox4 const &box) const;
+  int containsOdd(ozBox4 const &box) const;
   int containsPlaneByPlane(ozBoxBound const *box) const;
   void setPlane(int plane, float x, float y, float z, float offset);
 
@@ -83,7 +88,6 @@ private:
   // The left, right, bottom and top plane once more, component by component, for tests of all four at once.
   struct {
     float normals[3][4], offsets[4];
-    int rising[3][4]; // all bits where the component of the normal is not negative
   } _sides;
 };
 

@@ -212,45 +212,61 @@ protected:
   unsigned char getTriNormal(ozVec3f const &a, ozVec3f const &b, ozVec3f const &c, float &x, float &y, float &z);
 
   unsigned short _drawFlags;
-  ozBitMask _setMask; // bit 29: the cull face was set, 30: a line width, 31: a point size
-  int _listId;
-  unsigned int _version;
   unsigned char _normalBindNow; // the binding, 0 while the set is absent
   unsigned char _colorBindNow;
   unsigned char _texCoordBindNow;
   unsigned char _bpcDynamicBuildMode;
   unsigned char _bpcPrimNormMode;
-  ozVec3f *_bpcPoint;
-  ozVec3f *_bpcCenter;
-  float *_bpcDelta;
-  float _bpcTolerance;
-
+  ozBitMask _setMask; // bit 29: the cull face was set, 30: a line width, 31: a point size
+  ozContext::CullFaceEnum _cullFace;
   int _primCount;
+  ozCoordSet *_coordSet;
+  ozIndexSet *_coordIndexSet;
+  ozNormalSet *_normalSet;
+  ozIndexSet *_normalIndexSet;
+  ozColorSet *_colorSet;
+  ozIndexSet *_colorIndexSet;
+  ozTexCoordSet *_texCoordSet;
+  ozIndexSet *_texCoordIndexSet;
+
+private:
+  /// How far the sets reach: what may be drawn. Holds while the counts of everything that it was worked out from do.
+  struct Reach {
+    enum { KEYS = 9, KEPT = 3 };
+    struct Kept {
+      char *data[KEPT]; // of the coordinates, and of up to two more attributes that are bound
+      int *index;
+      unsigned int counts[KEPT], indices;
+    };
+    int prims;
+    bool known;
+    bool whole;  // no index lies outside its set
+    bool isKept; // `kept` holds what the sets said, and they have not changed since; otherwise `keys` counts
+    unsigned char kinds[KEPT];
+    unsigned int lengths;
+    unsigned int moves; // of arrays, as of the time when the addresses were taken
+    union {
+      unsigned int keys[KEYS];
+      Kept kept;
+    };
+  };
+  Reach _reach;
+
+protected:
   NormalBindEnum _normalBind;
   ColorBindEnum _colorBind;
   TexCoordBindEnum _texCoordBind;
-  ozCoordSet *_coordSet;
-  ozNormalSet *_normalSet;
-  ozColorSet *_colorSet;
-  ozTexCoordSet *_texCoordSet;
-  ozIndexSet *_coordIndexSet;
-  ozIndexSet *_normalIndexSet;
-  ozIndexSet *_colorIndexSet;
-  ozIndexSet *_texCoordIndexSet;
-  ozContext::CullFaceEnum _cullFace;
+  int _listId;
+  unsigned int _version;
+  float _bpcTolerance;
+  ozVec3f *_bpcPoint;
+  ozVec3f *_bpcCenter;
+  float *_bpcDelta;
 
 private:
   friend class ozPrimDrawer;
   friend struct ozListDraw;
 
-  /// How far the sets reach: what may be drawn. Holds while the counts of everything that it was worked out from do.
-  struct Reach {
-    enum { KEYS = 10 };
-    unsigned int keys[KEYS];
-    int prims;
-    bool known;
-    bool whole; // no index lies outside its set
-  };
   void findReach(Kind const &kind, ozIntArray const *lengths);
   void workOutReach(Kind const &kind, ozIntArray const *lengths);
   struct Source;
@@ -262,9 +278,14 @@ private:
                  Visit const &visit) const;
   void followPicks(VecReader const &coords, ozIntArray const *lengths);
   void deletePickIndex();
+  template <class See> bool forEachBound(See see);
+  void keepDescription();
+  bool refreshDescription();
+  bool recallDescription(ozGLAttrSet &attrs);
+  friend class ozValueSet;
+  void forgetReach() { _reach.known = _reach.isKept = false; }
 
-  int _bpcCount; // entries in the culling arrays
-  Reach _reach;
+  int _bpcCount;          // entries in the culling arrays
   unsigned int _triEdits; // counts changes of what the triangles are made of, but for the values of the index
   unsigned char _pickIndexEnable;
   ozPickIndex *_pickIndex; // null until rays have met a large set

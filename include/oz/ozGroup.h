@@ -31,7 +31,7 @@ public:
   /// A lower count releases the children that it cuts off; a higher one adds nulls.
   void setChildCount(int count);
   /// The field "children" itself.
-  ozMFRef *children() { return _childrenField; }
+  ozMFRef *children() { return static_cast<ozMFRef *>(getField(2)); }
 
   /// box = the box around the children's boxes, each brought up to date; empty without children.
   void calcChildrenBound(ozBoxBound &box);
@@ -60,10 +60,7 @@ protected:
   void childChanged(ozContainer *child, short id) override;
   void cleanSideEffect(short id) override;
 
-  ozRefArray _children;
-
-private:
-  ozMFRef *_childrenField;
+  ozShortRefArray<2> _children;
 };
 
 /// A group with a flag for the application's collision tests. The library stores the flag and never reads it.

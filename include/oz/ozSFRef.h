@@ -84,6 +84,8 @@ public:
   /// For a fresh destination: what it holds is not released.
   void copy(ozContainer *dst, ozContainer *src) override;
   ozRefArray &member(ozContainer *container) const { return *static_cast<ozRefArray *>(getStorage(container)); }
+  /// What the field object's append() does; makes no such object.
+  void append(ozContainer *container, ozContainer *c);
 };
 
 /// A field that refers to any number of containers.

@@ -39,7 +39,7 @@ public:
   /// A lower count releases what it cuts off; a higher one adds nulls.
   void setGeometryCount(int count);
   /// The field "geometry" itself.
-  ozMFRef *geometry() { return _geometryField; }
+  ozMFRef *geometry() { return static_cast<ozMFRef *>(getField(3)); }
 
   /// Draws without culling and without preVisit and postVisit, at the action's present place.
   virtual void draw(ozDrawAction *action);
@@ -50,17 +50,17 @@ public:
   int getLastCullResult() const { return _lastCullResult; }
 
   /// The shape takes the path over and deletes it.
-  void appendPath(ozPtrArray *path) { _pathList.append(path); }
+  void appendPath(ozPtrArray *path) { notes().paths.append(path); }
   ozPtrArray *getPath(int index) const;
-  int getPathListCount() const { return static_cast<int>(_pathList.getCount()); }
+  int getPathListCount() const { return _notes ? static_cast<int>(_notes->paths.getCount()) : 0; }
   /// A lower count deletes the paths that it cuts off.
   void setPathListCount(int count);
   /// The index must be below the count.
-  int getCullStatus(int index) const { return _cullStatus[static_cast<unsigned int>(index)]; }
+  int getCullStatus(int index) const { return _notes ? _notes->cullStatus[static_cast<unsigned int>(index)] : 0; }
   /// Past the end, the list grows.
-  void setCullStatus(int index, int status) { _cullStatus.set(static_cast<unsigned int>(index), status); }
-  void *getSystemUserData() const { return _systemUserData; }
-  void setSystemUserData(void *data) { _systemUserData = data; }
+  void setCullStatus(int index, int status) { notes().cullStatus.set(static_cast<unsigned int>(index), status); }
+  void *getSystemUserData() const { return _notes ? _notes->userData : nullptr; }
+  void setSystemUserData(void *data) { notes().userData = data; }
 
   void isect(ozIsectAction *action) override;
   ozTravDirective visit(ozAction *action) override;
@@ -74,13 +74,18 @@ protected:
   void cleanSideEffect(short id) override;
 
 private:
+  // What applications keep with a shape.
+  struct Notes {
+    ozPtrArray paths{1u}; // of ozPtrArray *
+    ozIntArray cullStatus{1u};
+    void *userData = nullptr;
+  };
+  Notes &notes();
+
   int _lastCullResult;
   ozAppearance *_appearance;
-  ozMFRef *_geometryField;
-  ozRefArray _geometries;
-  void *_systemUserData;
-  ozPtrArray _pathList; // of ozPtrArray *
-  ozIntArray _cullStatus;
+  ozShortRefArray<2> _geometries;
+  Notes *_notes; // null until something is noted
 };
 
 #endif

@@ -87,6 +87,7 @@ private:
   void freshMatrix() {
     if (_stale & MATRIX) cleanMatrix();
   }
+  bool isRigid() const;
   void freshInverse();
   template <class T> T const &readPart(short id, T const &member) {
     freshParts();
@@ -103,19 +104,20 @@ private:
 
   static int _maxOglStackDepth;
 
+  // What a visit needs comes first.
+  int _kind;  // KindEnum: how the transform differs from the identity; 0 spares all work
+  int _stale; // StaleEnum
+  ozMatrix4f _matrix;
+  bool _singular; // the matrix has no inverse
+  unsigned char _savedNormalize;
+  unsigned char _restoreNormalize;
+  ozBoxBound _childBox; // around the children, in this node's space
   ozVec3f _translation;
   ozRotation _rotation;
   ozVec3f _scale;
   ozRotation _scaleOrientation;
   ozVec3f _center;
-  int _kind; // KindEnum: how the transform differs from the identity; 0 spares all work
-  ozMatrix4f _matrix;
-  ozMatrix4f _inverse;  // for intersection alone
-  ozBoxBound _childBox; // around the children, in this node's space
-  int _stale;           // StaleEnum
-  bool _singular;       // the matrix has no inverse
-  unsigned char _savedNormalize;
-  unsigned char _restoreNormalize;
+  ozMatrix4f *_inverse; // for intersection alone; null until the first
 };
 
 #endif

@@ -49,7 +49,7 @@ protected:
   int _cullDepth;
 
 private:
-  bool raiseCull();
+  template <class Test> unsigned int raiseCull(Test test);
 
   ozCamera *_camera;
   bool _holdsCamera; // false in a copy, which took over the pointer alone

@@ -3,6 +3,7 @@
 #include <stdio.h>
 #include <string.h>
 
+#include "math/ozCulling.h"
 #include "oz/ozCamera.h"
 #include "oz/ozNode.h"
 
@@ -66,33 +67,29 @@ ozTravDirective ozVFCullAction::apply(ozNode *root) {
   return verdict;
 }
 
-// One level deeper, if there is room. Returns whether that level's status is still to be found.
-bool ozVFCullAction::raiseCull() {
+// One level deeper, if there is room; test() finds the status there.
+template <class Test> inline unsigned int ozVFCullAction::raiseCull(Test test) {
   if (_cullDepth >= CULL_LEVELS - 1) {
     fprintf(stderr, "ozVFCullAction::pushCull() Scene graph is too deep (%d)\n", CULL_LEVELS);
-    return false;
+    return static_cast<unsigned int>(_cullStack[_cullDepth]);
   }
   // The frustum tells "wholly inside" as 7, not 4, so that every node is tested. Meant.
-  int const status = _cullStack[_cullDepth++];
-  _cullStack[_cullDepth] = status;
-  return status != CULL_INHERITED_INSIDE;
+  int const above = _cullStack[_cullDepth], status = above != CULL_INHERITED_INSIDE ? test() : above;
+  _cullStack[++_cullDepth] = status;
+  return static_cast<unsigned int>(status);
 }
 
 unsigned int ozVFCullAction::pushCull(ozBoxBound const &box) {
-  if (raiseCull()) { // a transformed empty box would no longer be empty
-    _cullStack[_cullDepth] = box.ozBoxBound::isEmpty() ? 0 : _camera->getBaseFrust()->containsMoved(box, *getMatrix());
-  }
-  return static_cast<unsigned int>(_cullStack[_cullDepth]);
+  return raiseCull([&] { return _camera->getBaseFrust()->containsMovedInline(box, *getMatrix()); });
 }
 
 unsigned int ozVFCullAction::pushCull(ozSphereBound const &sphere) {
-  if (raiseCull()) {
+  return raiseCull([&] {
     ozSphereBound inEye;
     if (getMatType() != UNIFORM_MAT)
       inEye.xform(&sphere, *getMatrix());
     else
       inEye.orthoXform(&sphere, *getMatrix());
-    _cullStack[_cullDepth] = _camera->getBaseFrust()->ozFrustum::contains(&inEye);
-  }
-  return static_cast<unsigned int>(_cullStack[_cullDepth]);
+    return _camera->getBaseFrust()->ozFrustum::contains(&inEye);
+  });
 }

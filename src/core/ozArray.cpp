@@ -8,9 +8,11 @@
 
 static unsigned int const DefaultExtension = 32;
 
+unsigned int ozArray::_MoveCount = 0;
+
 ozArray::ozArray(unsigned int elementSize)
-    : _offset(0), _stride(elementSize), _elementSize(elementSize), _count(0), _size(0), _extension(DefaultExtension),
-      _data(nullptr), _array(nullptr) {}
+    : _offset(0), _stride(elementSize), _elementSize(elementSize), _inPlace(0), _count(0), _size(0),
+      _extension(DefaultExtension), _data(nullptr), _array(nullptr) {}
 
 ozArray::ozArray(unsigned int elementSize, unsigned int size) : ozArray(elementSize) { setSize(size); }
 
@@ -26,10 +28,16 @@ ozArray::ozArray(unsigned int elementSize, ozData *data, unsigned int offset, un
   _array = static_cast<char *>(_data->getData()) + offset;
 }
 
+ozArray::ozArray(unsigned int elementSize, void *place, unsigned int size) : ozArray(elementSize) {
+  _inPlace = 1;
+  _size = size;
+  _array = static_cast<char *>(place);
+}
+
 ozArray::~ozArray() {
   if (_data)
     _data->unref();
-  else
+  else if (!_inPlace)
     free(_array);
 }
 
@@ -42,11 +50,14 @@ unsigned char ozArray::resize(size_t n) {
   }
   size_t const bytes = _elementSize * n;
   // realloc frees a block when asked for nothing, and the array must stay usable.
-  void *const block = n > UINT_MAX ? nullptr : realloc(_array, bytes ? bytes : 1);
+  void *const block = n > UINT_MAX ? nullptr : realloc(_inPlace ? nullptr : _array, bytes ? bytes : 1);
   if (!block) {
     ozGlobal::notify(ozGlobal::FATAL, ozGlobal::RESOURCE, "Cannot allocate memory for array");
     return 0;
   }
+  if (_inPlace) memcpy(block, _array, static_cast<size_t>(_elementSize) * (n < _size ? n : _size));
+  if (_size) countMove();
+  _inPlace = 0;
   _array = static_cast<char *>(block);
   if (n > _size) memset(_array + static_cast<size_t>(_elementSize) * _size, 0, (n - _size) * _elementSize);
   _size = static_cast<unsigned int>(n);

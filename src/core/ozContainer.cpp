@@ -55,8 +55,7 @@ static ozParentList *listOf(void *parents) { return static_cast<ozParentList *>(
 OZ_DEFINE_TYPE_POINTER(ozContainer, "Container", ozObject)
 
 ozContainer::ozContainer(ozType *type)
-    : ozObject(type), _fields(nullptr), _parents(nullptr), _userData(nullptr), _dirtyMask(0), _sideEffectMask(0),
-      _name(nullptr) {
+    : ozObject(type), _parents(nullptr), _userData(nullptr), _name(nullptr), _dirtyMask(0), _sideEffectMask(0) {
   setFlag(PARENT_ARRAY_FLAG, false);
   setFlag(CONTAINER_FLAG, false);
 }
@@ -64,14 +63,10 @@ ozContainer::ozContainer(ozType *type)
 ozContainer::~ozContainer() {
   free(_name);
   if (_userData) _userData->unref();
-  if (_fields) {
-    for (unsigned int id = 0; id < _fields->getCount(); ++id) {
-      ozField *const field = _fields->get(id);
-      _fields->set(id, nullptr);
-      delete field;
-    }
-    delete _fields;
-  }
+  _fields.keepIf([](ozField *field) {
+    delete field;
+    return false;
+  });
   if (hasFlag(PARENT_ARRAY_FLAG)) delete listOf(_parents);
 }
 
@@ -114,20 +109,63 @@ void ozContainer::destroyFieldContents(ozType *level) {
 
 // ---- field objects
 
-void ozContainer::addField(ozField *field) {
-  if (!_fields) _fields = new ozFieldArray(static_cast<unsigned int>(getFieldInfoCount()));
-  _fields->set(static_cast<unsigned int>(field->getId()), field);
+ozField *ozFieldSlots::get(int id) const {
+  if (_slots & SINGLE) return single()->getId() == id ? single() : nullptr;
+  return _slots && id >= 0 && id < table()->count ? table()->at[id] : nullptr;
 }
 
-ozField *ozContainer::findFieldObject(int id) const {
-  unsigned int const index = static_cast<unsigned int>(id);
-  return _fields && index < _fields->getCount() ? _fields->get(index) : nullptr;
+void ozFieldSlots::set(ozField *field, int count) {
+  int const id = field->getId();
+  if (!_slots || ((_slots & SINGLE) && single()->getId() == id)) {
+    _slots = reinterpret_cast<unsigned long>(field) | SINGLE;
+    return;
+  }
+  if ((_slots & SINGLE) || id >= table()->count) {
+    ozField *const other = _slots & SINGLE ? single() : nullptr;
+    Table *const old = other ? nullptr : table();
+    if (id >= count) count = id + 1;
+    if (other && other->getId() >= count) count = other->getId() + 1;
+    Table *const wider =
+        static_cast<Table *>(calloc(1, sizeof(Table) + static_cast<size_t>(count) * sizeof(ozField *)));
+    if (!wider) return;
+    wider->count = count;
+    for (int i = 0; old && i < old->count; ++i) wider->at[i] = old->at[i];
+    if (other) wider->at[other->getId()] = other;
+    free(old);
+    _slots = reinterpret_cast<unsigned long>(wider);
+  }
+  table()->at[id] = field;
 }
+
+// A field is out of its place while it is looked at: one that is being deleted can no longer be found.
+template <class Visit> void ozFieldSlots::keepIf(Visit visit) {
+  if (_slots & SINGLE) {
+    ozField *const field = single();
+    _slots = 0;
+    if (visit(field)) set(field, 0);
+    return;
+  }
+  if (!_slots) return;
+  bool used = false;
+  for (int id = 0; id < table()->count; ++id) {
+    ozField *const field = table()->at[id];
+    if (!field) continue;
+    table()->at[id] = nullptr;
+    if (!visit(field)) continue;
+    table()->at[id] = field;
+    used = true;
+  }
+  if (used) return;
+  free(table());
+  _slots = 0;
+}
+
+void ozContainer::addField(ozField *field) { _fields.set(field, getFieldInfoCount()); }
+ozField *ozContainer::findFieldObject(int id) const { return _fields.get(id); }
 
 ozField *ozContainer::getField(int id) {
   OZ_REQUIRE(id >= 0 && id < getFieldInfoCount(), "field id out of range");
   if (ozField *const field = findFieldObject(id)) return field;
-  if (!_fields) _fields = new ozFieldArray(static_cast<unsigned int>(getFieldInfoCount()));
   getFieldInfo(static_cast<short>(id))->instantiate(this);
   return findFieldObject(id);
 }
@@ -168,24 +206,15 @@ void ozContainer::freeUnconnectedFields() {
   // Engines keep pointers to their fields. They live in a room above this one, so they are known by name.
   static ozType *engine = nullptr;
   if (!engine) engine = ozType::getType("Engine");
-  if ((engine && isOfType(engine)) || !_fields) return;
+  if ((engine && isOfType(engine)) || _fields.isEmpty()) return;
   ozField::cleanFields();
-  bool used = false;
-  for (unsigned int id = 0; id < _fields->getCount(); ++id) {
-    ozField *const field = _fields->get(id);
-    if (!field) continue;
+  _fields.keepIf([](ozField *field) {
     bool const connected = (field->getInputs() && field->getInputs()->getCount()) ||
                            (field->getOutputs() && field->getOutputs()->getCount());
-    if (connected || field->getType()->isDerivedFrom(ozMField::getClassType())) {
-      used = true;
-    } else {
-      delete field;
-      _fields->set(id, nullptr);
-    }
-  }
-  if (used) return;
-  delete _fields;
-  _fields = nullptr;
+    if (connected || field->getType()->isDerivedFrom(ozMField::getClassType())) return true;
+    delete field;
+    return false;
+  });
 }
 
 // ---- changes

@@ -64,6 +64,11 @@ void *ozField::getStorage() {
 
 void ozField::askFor(ozField *source) { source->_parent->cleanFieldInputs(this); }
 
+void ozField::setEventClass(EventClassEnum eventClass) {
+  _eventClass = static_cast<unsigned char>(eventClass);
+  ozArray::countMove(); // edits may no longer be announced: who keeps addresses has to look again
+}
+
 void ozField::validate() { _parent->validateField(_id); }
 void ozField::fieldChanged() { _parent->fieldChanged(_id); }
 

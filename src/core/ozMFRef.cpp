@@ -114,6 +114,14 @@ void ozMFRef::fillRange(unsigned int start, unsigned int n, ozContainer *c) {
   finish<ozMFRef>([=](ozMFRef *output) { output->fillRange(start, n, c); });
 }
 
+void ozMFRefInfo::append(ozContainer *container, ozContainer *c) {
+  if (ozField *const field = container->findFieldObject(getId())) return static_cast<ozMFRef *>(field)->append(c);
+  if (isBadType(c, "ozMFRef::append(int, ozContainer*)", container)) return;
+  container->refer(c);
+  member(container).append(c);
+  fieldChanged(container);
+}
+
 void ozMFRef::append(ozContainer *c) {
   if (isBadType(c, "ozMFRef::append(int, ozContainer*)")) return;
   getParent()->refer(c);

@@ -1,5 +1,7 @@
 #include "oz/ozCoordSet.h"
 
+#include "oz/ozGeoSet.h"
+
 #include <GL/gl.h>
 
 // ---- the abstract classes
@@ -14,9 +16,21 @@ OZ_DEFINE_ATTRIBUTE_BASE(ozNormalSet, "NormalSet")
 OZ_DEFINE_ATTRIBUTE_BASE(ozColorSet, "ColorSet")
 OZ_DEFINE_ATTRIBUTE_BASE(ozTexCoordSet, "TexCoordSet")
 
+// What a geometry set keeps of its sets from one draw to the next holds until one of them tells of a change to come.
+void ozValueSet::tellGeoSets() {
+  for (int i = 0; i < getParentCount(); ++i)
+    if (getParent(i)->isOfType(ozGeoSet::getClassType())) static_cast<ozGeoSet *>(getParent(i))->forgetReach();
+}
+
 void ozValueSet::fieldChanged(short id) {
   ++_edits;
+  tellGeoSets();
   ozContainer::fieldChanged(id);
+}
+
+void ozValueSet::dirtyFieldOutputs(ozField *f) {
+  tellGeoSets();
+  ozContainer::dirtyFieldOutputs(f);
 }
 
 void ozCoordSet::fieldChanged(short id) {
@@ -50,7 +64,7 @@ void ozCoordSet::fieldChanged(short id) {
   }                                                                                                                    \
   Class::~Class() { destroyFieldContents(_ClassType); }                                                                \
   void Class::init() {                                                                                                 \
-    _elements = &_values;                                                                                              \
+    setElements(&_values);                                                                                             \
     initFieldDefaults(_ClassType);                                                                                     \
   }                                                                                                                    \
   OZ_DEFINE_TYPE(Class, Name, Parent) { Field::addTypeField(type, fieldName, 0, &Class::_values); }

@@ -87,7 +87,7 @@ void ozGeoSet::init() {
   _bpcCount = 0;
   _bpcTolerance = 1e-06f;
   _setMask.off();
-  _reach.known = false;
+  forgetReach();
   _triEdits = 0;
   _pickIndexEnable = 1;
   _pickIndex = nullptr;
@@ -107,14 +107,14 @@ void ozGeoSet::fieldChanged(short id) {
   calcBindings();
   touchField(id);
   ++_version;
-  _reach.known = false;
+  forgetReach();
 }
 
 // Looks at no bound mode: meant so.
 void ozGeoSet::lengthsChanged(short id) {
   propagateSideEffect(0);
   touchField(id);
-  _reach.known = false;
+  forgetReach();
   ++_triEdits;
 }
 

@@ -136,10 +136,11 @@ template <class Set> inline void ozGeoSet::describe(Set *set, ozIndexSet *indexS
 void ozGeoSet::beginDraw(ozGLAttrSet &attrs, ozContext *context) {
   setContextWhichSetStateAsCurrentState(context);
   cleanFields();
-  if (_texCoordBindNow) describe(_texCoordSet, _texCoordIndexSet, attrs.texCoord);
-  if (_normalBindNow) describe(_normalSet, _normalIndexSet, attrs.normal);
+  bool const kept = recallDescription(attrs);
+  if (!kept && _texCoordBindNow) describe(_texCoordSet, _texCoordIndexSet, attrs.texCoord);
+  if (!kept && _normalBindNow) describe(_normalSet, _normalIndexSet, attrs.normal);
   if (_colorBindNow) {
-    describe(_colorSet, _colorIndexSet, attrs.color);
+    if (!kept) describe(_colorSet, _colorIndexSet, attrs.color);
     bool door = context->getTranspEnable() && (context->getTranspMode() == ozContext::FAST_TRANSP ||
                                                context->getTranspMode() == ozContext::SCREEN_DOOR_TRANSP);
     if (door) {
@@ -155,6 +156,6 @@ void ozGeoSet::beginDraw(ozGLAttrSet &attrs, ozContext *context) {
   }
   context->setCullFace(_setMask.getBit(ozContext::CULL_FACE_ITEM) ? _cullFace
                                                                   : getContextDefaultStateCullFace(context));
-  if (_coordSet) describe(_coordSet, _coordIndexSet, attrs.coord);
+  if (!kept && _coordSet) describe(_coordSet, _coordIndexSet, attrs.coord);
   setContextWhichSetStateAsDefaultState(context);
 }

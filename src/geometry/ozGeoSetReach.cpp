@@ -5,6 +5,8 @@
 #include <stdio.h>
 #include <string.h>
 
+#include <GL/gl.h>
+
 #include "oz/ozGeoSet.h"
 
 namespace {
@@ -21,9 +23,9 @@ enum FrequencyEnum { NEVER, OVERALL, PER_PRIM, PER_VERTEX };
 // The number of elements of an attribute set. One of the application's own may keep them in field 0; otherwise it has
 // to hold enough.
 inline unsigned int ozGeoSet::elementCount(ozValueSet *set) {
-  if (set->_elements) {
+  if (ozArray *const elements = set->elements()) {
     set->validateField(0);
-    return inUse(*set->_elements);
+    return inUse(*elements);
   }
   ozField *const field = set->getType()->getFieldInfoCount() > 0 ? set->getField(0) : nullptr;
   if (!field || !field->getType()->isDerivedFrom(ozMField::getClassType())) return UINT_MAX;
@@ -32,7 +34,7 @@ inline unsigned int ozGeoSet::elementCount(ozValueSet *set) {
 
 int *ozGeoSet::indicesOf(ozIndexSet *set) {
   set->validateField(0);
-  return static_cast<ozIntArray *>(set->_elements)->getArray();
+  return static_cast<ozIntArray *>(set->elements())->getArray();
 }
 
 // One attribute of the set.
@@ -60,9 +62,13 @@ struct ozGeoSet::Source {
 };
 
 void ozGeoSet::findReach(Kind const &kind, ozIntArray const *lengths) {
+  unsigned int const count = lengths ? inUse(*lengths) : 0;
+  if (_reach.lengths != count) forgetReach();
+  _reach.lengths = count;
+  if (_reach.isKept && refreshDescription()) return;
   // The set's own fields take the mark off themselves when they change. The counts are looked at every time, since an
   // array may change without a word; the edits of an index only count upwards, so their sum tells all of them.
-  unsigned int *key = _reach.keys + 1, edits = 0;
+  unsigned int *key = _reach.keys, edits = 0;
   auto const see = [&](unsigned int *known, unsigned int value) {
     if (*known == value) return;
     *known = value;
@@ -79,7 +85,6 @@ void ozGeoSet::findReach(Kind const &kind, ozIntArray const *lengths) {
   if (_colorBindNow) seeSet(_colorSet, _colorIndexSet);
   if (_texCoordBindNow) seeSet(_texCoordSet, _texCoordIndexSet);
   see(key, edits);
-  see(_reach.keys, lengths ? inUse(*lengths) : 0);
   if (_reach.known) return;
   _reach.known = true;
   workOutReach(kind, lengths);
@@ -131,6 +136,107 @@ void ozGeoSet::workOutReach(Kind const &kind, ozIntArray const *lengths) {
                                                                : 0;
     if (needed && !source.isWhole(needed)) _reach.whole = false;
   }
+}
+
+// ---- what is kept from one draw to the next
+
+namespace {
+
+// How OpenGL takes the elements of the library's own sets.
+struct Format {
+  ozType *(*type)();
+  void (*glFunc)(void const *);
+  int glType;
+  short components, stride;
+};
+template <class Function> void (*sending(Function *function))(void const *) {
+  return reinterpret_cast<void (*)(void const *)>(function);
+}
+Format const formats[] = {
+    {ozCoordSet3f::getClassType, sending(glVertex3fv), GL_FLOAT, 3, 12},
+    {ozNormalSet3f::getClassType, sending(glNormal3fv), GL_FLOAT, 3, 12},
+    {ozTexCoordSet2f::getClassType, sending(glTexCoord2fv), GL_FLOAT, 2, 8},
+    {ozColorSet4f::getClassType, sending(glColor4fv), GL_FLOAT, 4, 16},
+    {ozNormalSet3s::getClassType, sending(glNormal3sv), GL_SHORT, 3, 6},
+};
+int const formatCount = sizeof formats / sizeof *formats;
+
+bool isSilent(ozValueSet *set) {
+  ozField *const field = set->findFieldObject(0);
+  return field && field->getEventClass() == ozField::EVENT_FORWARD;
+}
+
+} // namespace
+
+// Calls see(set, attribute) for the sets that are bound, until it gives false. Returns whether it never did.
+template <class See> bool ozGeoSet::forEachBound(See see) {
+  return see(static_cast<ozValueSet *>(_coordSet), &ozGLAttrSet::coord) &&
+         (!_normalBindNow || see(static_cast<ozValueSet *>(_normalSet), &ozGLAttrSet::normal)) &&
+         (!_texCoordBindNow || see(static_cast<ozValueSet *>(_texCoordSet), &ozGLAttrSet::texCoord)) &&
+         (!_colorBindNow || see(static_cast<ozValueSet *>(_colorSet), &ozGLAttrSet::color));
+}
+
+// Keeps what the sets have just said, if all of them are the library's own with tight arrays, which tell of each
+// change, and share one index. To be called with the reach known.
+void ozGeoSet::keepDescription() {
+  if (getDrawPath() == IMMEDIATE_PATH || (_coordIndexSet && isSilent(_coordIndexSet))) return;
+  unsigned char kinds[Reach::KEPT];
+  int count = 0;
+  bool const plain = forEachBound([&](ozValueSet *set, ozGLAttr ozGLAttrSet::*) {
+    if (count == Reach::KEPT || !set->elements() || isSilent(set)) return false;
+    int kind = 0;
+    while (kind < formatCount && formats[kind].type() != set->getType()) ++kind;
+    if (kind == formatCount || set->elements()->getStride() != static_cast<unsigned int>(formats[kind].stride))
+      return false;
+    kinds[count++] = static_cast<unsigned char>(kind);
+    return true;
+  });
+  if (!plain || (_coordIndexSet && _coordIndexSet->getType() != ozIndexSet::getClassType())) return;
+  memcpy(_reach.kinds, kinds, sizeof kinds);
+  _reach.moves = ozArray::getMoveCount();
+  count = 0;
+  forEachBound([&](ozValueSet *set, ozGLAttr ozGLAttrSet::*) {
+    _reach.kept.data[count] = set->elements()->getArray();
+    _reach.kept.counts[count++] = inUse(*set->elements());
+    return true;
+  });
+  _reach.kept.index = _coordIndexSet ? indicesOf(_coordIndexSet) : nullptr;
+  _reach.kept.indices = _coordIndexSet ? elementCount(_coordIndexSet) : 0;
+  _reach.isKept = true;
+}
+
+// Takes the addresses anew where some array has moved. False, and all is forgotten, if one has changed without a word.
+bool ozGeoSet::refreshDescription() {
+  unsigned int const moves = ozArray::getMoveCount();
+  if (_reach.moves == moves) return true;
+  int at = 0;
+  bool const same = forEachBound([&](ozValueSet *set, ozGLAttr ozGLAttrSet::*) {
+    _reach.kept.data[at] = set->elements()->getArray();
+    return inUse(*set->elements()) == _reach.kept.counts[at++] && !isSilent(set);
+  });
+  if (!same || (_coordIndexSet && elementCount(_coordIndexSet) != _reach.kept.indices)) {
+    forgetReach();
+    return false;
+  }
+  if (_coordIndexSet) _reach.kept.index = indicesOf(_coordIndexSet);
+  _reach.moves = moves;
+  return true;
+}
+
+bool ozGeoSet::recallDescription(ozGLAttrSet &attrs) {
+  if (!_reach.isKept || !refreshDescription()) return false;
+  int at = 0;
+  return forEachBound([&](ozValueSet *, ozGLAttr ozGLAttrSet::*attribute) {
+    Format const &format = formats[_reach.kinds[at]];
+    ozGLAttr &attr = attrs.*attribute;
+    attr.data = _reach.kept.data[at++];
+    attr.index = _reach.kept.index;
+    attr.type = format.glType;
+    attr.stride = format.stride;
+    attr.size = format.components;
+    attr.glFunc = format.glFunc;
+    return true;
+  });
 }
 
 bool ozGeoSet::hasWholeIndices(Kind const &kind, ozIntArray const *lengths) {

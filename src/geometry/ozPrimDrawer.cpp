@@ -137,7 +137,10 @@ private:
 
 int ozGeoSet::openDraw(ozGLAttrSet &attrs, ozContext *context, Kind const &kind, ozIntArray const *lengths) {
   beginDraw(attrs, context);
-  if (!_coordSet || !hasWholeIndices(kind, lengths)) return 0;
+  if (!_reach.isKept || lengths) { // otherwise it has just been looked at
+    if (!_coordSet || !hasWholeIndices(kind, lengths)) return 0;
+    if (!_reach.isKept) keepDescription();
+  }
   return _reach.prims > 0 || _primCount <= 0;
 }
 

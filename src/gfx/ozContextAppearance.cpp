@@ -2,8 +2,6 @@
 // not goes back to the default state, then the new one's items follow. So a change from one appearance to the next
 // costs the items in which they differ, and the same one again costs a few comparisons.
 
-#include <optional>
-
 #include "oz/ozAppearance.h"
 #include "oz/ozContext.h"
 
@@ -12,29 +10,39 @@ static void const *const NoAppearance = reinterpret_cast<void const *>(1);
 
 void ozContext::drawApp(ozAppearance *appearance, unsigned char force) {
   ozAppearance *const over = _overrideAppearanceTop < 0 ? nullptr : _overrideAppearances[_overrideAppearanceTop];
-  std::optional<ozAppearance> merged;
-  ozAppearance *source = over ? over : appearance;
-  if (over && appearance) {
-    source = &merged.emplace();
-    source->_noRefs = 1;
-    source->merge(*over, *appearance);
-  } else if (over) {
+  if (!over) return applyAppearance(appearance, force, appearance);
+  if (!appearance) {
     over->cleanFields();
+    return applyAppearance(over, force, over);
   }
+  ozAppearance merged;
+  merged._noRefs = 1;
+  merged.merge(*over, *appearance);
+  applyAppearance(&merged, force, NoAppearance);
+}
+
+// Applies the source, null for the default state, and remembers it as `known`.
+void ozContext::applyAppearance(ozAppearance *source, unsigned char force, void const *known) {
   if (source && source == _lastAppearance && !force && !_stateDirty) return;
 
-  // Copies: what is drawn on the way may change the originals.
-  _ozGfx const values = source ? source->_gfx : *_defaultState;
+  _ozGfx const &values = source ? source->_gfx : *_defaultState;
   ozBitMask const setMask = source ? source->_setMask : _defaultState->mask;
   ozBitMask leftOver = _lastSetMask;
   leftOver.andNotEqual(setMask);
 
   _whichSetState = _curState;
-  setStateElts(leftOver, *_defaultState);
-  setStateElts(setMask, values);
+  if (leftOver.notZero()) setStateElts(leftOver, *_defaultState);
+  // What an object of the application draws may change the originals, so what comes behind the first one is copied.
+  unsigned long long const objects = ~0ull << TEXTURE_ITEM & (1ull << TEXTURE_ITEM | 1ull << TEX_GEN_ITEM |
+                                                              1ull << MATERIAL_ITEM | 1ull << BACK_MATERIAL_ITEM);
+  unsigned long long const items = static_cast<unsigned long long>(setMask.getMask()), first = items & objects;
+  if ((leftOver.getMask() & static_cast<long long>(objects)) || (first & (~first + 1)) * 2 <= items)
+    setStateElts(setMask, _ozGfx(values));
+  else
+    setStateElts(setMask, values);
   _whichSetState = _defaultState;
 
-  _lastAppearance = source && !merged ? source : NoAppearance;
+  _lastAppearance = known ? known : NoAppearance;
   _lastSetMask = setMask;
   _stateDirty = 0;
 }

@@ -17,9 +17,8 @@ struct ozBox4 {
     ozFloat4 low = ozLoad4(m._m[3]), high = low;
     for (int i = 0; i < 3; i++) {
       ozFloat4 const row = ozLoad4(m._m[i]), a = box.min._v[i] * row, b = box.max._v[i] * row;
-      ozBits4 const swap = (ozBitsOf(a) ^ ozBitsOf(b)) & (b > a); // exchanges a and b where b is the larger
-      low += ozFloatsOf(ozBitsOf(b) ^ swap);
-      high += ozFloatsOf(ozBitsOf(a) ^ swap);
+      low += ozMin4(a, b);
+      high += ozMax4(b, a);
     }
     return {low, high};
   }

@@ -1,6 +1,6 @@
 #include "oz/ozFrustum.h"
 
-#include "math/ozBox4.h"
+#include "math/ozCulling.h"
 
 ozFrustum::ozFrustum()
     : _type(SYMMETRIC_PERSPECTIVE), _near(1), _far(1000), _centerX(0), _centerY(0), _aspectMode(FREE_ASPECT),
@@ -50,37 +50,17 @@ int countInside(ozPlane const &plane, ozBox4 const &box) {
 
 } // namespace
 
-// A box is outside a plane if its corner against the normal is, and inside if the one along the normal is; only between
-// the two do the other corners count. The four sides are tested at once; the near and the far plane stand across the Z
-// axis, so that a box of finite numbers meets them with its depth alone.
-inline int ozFrustum::contains(ozBox4 const &box) const {
-  ozFloat4 nearest = {}, farthest = {};
-  for (int i = 0; i < 3; i++) {
-    ozFloat4 const normal = ozLoad4(_sides.normals[i]);
-    ozBits4 const a = ozBitsOf(normal * ozFill4(box.low[i])), b = ozBitsOf(normal * ozFill4(box.high[i]));
-    ozBits4 rising; // where the normal is not negative
-    memcpy(&rising, _sides.rising[i], sizeof rising);
-    ozBits4 const swap = (a ^ b) & rising;
-    ozFloat4 const near = ozFloatsOf(b ^ swap), far = ozFloatsOf(a ^ swap);
-    nearest = i == 0 ? near : nearest + near;
-    farthest = i == 0 ? far : farthest + far;
-  }
-  ozFloat4 const offsets = ozLoad4(_sides.offsets), spread = box.high - box.low;
-  if ((ozMask4((spread >= 0) & (spread * 0 == 0)) & 7) != 7) { // infinite or turned inside out
-    ozBoxBound odd;
-    ozStore3(odd.min._v, box.low);
-    ozStore3(odd.max._v, box.high);
-    return containsPlaneByPlane(&odd);
-  }
-  float const low = box.low[2], high = box.high[2];
-  if (ozMask4(offsets >= nearest) != 15 || !(-_near >= low) || !(_far >= -high)) return 0;
-  if (ozMask4(offsets >= farthest) == 15) {
-    if (-_near >= high && _far >= -low) return 7;
-    return ozBound::BOUND_MAYBE; // across the near or the far plane four corners are inside
-  }
-  for (int i = 0; i < PLANES; i++) // six corners and not eight: meant
-    if (countInside(_planes[i], box) < 6) return ozBound::BOUND_MAYBE;
+int ozFrustum::containsCrossing(ozBox4 const &box) const {
+  for (ozPlane const &plane : _planes) // six corners and not eight: meant
+    if (countInside(plane, box) < 6) return ozBound::BOUND_MAYBE;
   return 7;
+}
+
+int ozFrustum::containsOdd(ozBox4 const &box) const {
+  ozBoxBound odd;
+  ozStore3(odd.min._v, box.low);
+  ozStore3(odd.max._v, box.high);
+  return containsPlaneByPlane(&odd);
 }
 
 int ozFrustum::contains(ozBoxBound const *box) const {
@@ -88,21 +68,15 @@ int ozFrustum::contains(ozBoxBound const *box) const {
   return contains(ozBox4{{low._v[0], low._v[1], low._v[2], 0}, {high._v[0], high._v[1], high._v[2], 0}});
 }
 
-int ozFrustum::containsMoved(ozBoxBound const &box, ozMatrix4f const &toEye) const {
-  return contains(ozBox4::moved(box, toEye));
-}
-
 #else
 
 int ozFrustum::contains(ozBoxBound const *box) const { return containsPlaneByPlane(box); }
 
-int ozFrustum::containsMoved(ozBoxBound const &box, ozMatrix4f const &toEye) const {
-  ozBoxBound moved;
-  moved.xform(&box, toEye);
-  return ozFrustum::contains(&moved);
-}
-
 #endif
+
+int ozFrustum::containsMoved(ozBoxBound const &box, ozMatrix4f const &toEye) const {
+  return containsMovedInline(box, toEye);
+}
 
 // The corner on which the edge of two planes ends, by the mask of the planes; -1 where a mask is no such edge.
 static int edgeCorner(int mask) {
@@ -226,10 +200,7 @@ void ozFrustum::setPlane(int plane, float x, float y, float z, float offset) {
   _planes[plane].offset = offset;
   int const side = plane == LEFT || plane == RIGHT ? plane : plane - BOTTOM + 2;
   if (plane == NEAR || plane == FAR) return;
-  for (int i = 0; i < 3; i++) {
-    _sides.normals[i][side] = _planes[plane].normal._v[i];
-    _sides.rising[i][side] = _planes[plane].normal._v[i] >= 0 ? -1 : 0;
-  }
+  for (int i = 0; i < 3; i++) _sides.normals[i][side] = _planes[plane].normal._v[i];
   _sides.offsets[side] = offset;
 }
 

@@ -14,53 +14,50 @@ OZ_DEFINE_TYPE(ozGroup, "Group", ozNode) {
   ozMFRef::addTypeField(type, "children", 2, ozNode::getClassType(), &ozGroup::_children);
 }
 
-ozGroup::ozGroup(ozType *type) : ozNode(type), _children(2u) {
-  initFieldDefaults(_ClassType);
-  _childrenField = static_cast<ozMFRef *>(getField(2));
-}
+ozGroup::ozGroup(ozType *type) : ozNode(type) { initFieldDefaults(_ClassType); }
 
 ozGroup::~ozGroup() { destroyFieldContents(_ClassType); }
 
 // ---- the list of children
 
 void ozGroup::addChild(ozNode *child) {
-  if (child) _childrenField->append(child);
+  if (child) static_cast<ozMFRefInfo *>(getFieldInfo(2))->append(this, child);
   fieldChanged(2); // also for null, which is meant
 }
 
 void ozGroup::insertChild(int index, ozNode *child) {
-  _childrenField->insert(static_cast<unsigned int>(index), child);
+  children()->insert(static_cast<unsigned int>(index), child);
   fieldChanged(2);
 }
 
 void ozGroup::setChild(int index, ozNode *child) {
-  _childrenField->set(static_cast<unsigned int>(index), child);
+  children()->set(static_cast<unsigned int>(index), child);
   fieldChanged(2);
 }
 
 unsigned char ozGroup::removeChild(ozNode *child) {
-  unsigned char const removed = _childrenField->remove(child);
+  unsigned char const removed = children()->remove(child);
   fieldChanged(2);
   return removed;
 }
 
 void ozGroup::removeChild(int index) {
-  _childrenField->removeIndex(static_cast<unsigned int>(index));
+  children()->removeIndex(static_cast<unsigned int>(index));
   fieldChanged(2);
 }
 
 long int ozGroup::replaceChild(ozNode *old, ozNode *now) {
-  long int const index = _childrenField->replace(old, now);
+  long int const index = children()->replace(old, now);
   fieldChanged(2);
   return index;
 }
 
 void ozGroup::setChildCount(int count) {
-  _childrenField->setCount(static_cast<unsigned int>(count));
+  children()->setCount(static_cast<unsigned int>(count));
   fieldChanged(2);
 }
 
-long int ozGroup::findChild(ozNode *child) { return _childrenField->find(child); }
+long int ozGroup::findChild(ozNode *child) { return children()->find(child); }
 ozNode *ozGroup::getChild(int index) {
   return static_cast<ozNode *>(read(2, _children)[static_cast<unsigned int>(index)]);
 }
@@ -96,11 +93,18 @@ void ozGroup::cleanSideEffect(short id) {
 
 void ozGroup::calcChildrenBound(ozBoxBound &box) {
   validateField(2);
-  ozPtrArray boxes(_children.getCount());
-  for (unsigned int i = 0; i < _children.getCount(); ++i)
-    if (_children[i]) boxes.append(static_cast<ozNode *>(_children[i])->getBoxBound());
-  box.around(const_cast<ozBoxBound const **>(reinterpret_cast<ozBoxBound **>(boxes.getArray())),
-             static_cast<int>(boxes.getCount()));
+  ozBoxBound all;
+  bool first = true;
+  for (unsigned int i = 0; i < _children.getCount(); ++i) {
+    if (!_children[i]) continue;
+    ozBoxBound const *const child = static_cast<ozNode *>(_children[i])->getBoxBound();
+    if (first)
+      all = *child;
+    else
+      all.ozBoxBound::extendBy(child);
+    first = false;
+  }
+  box = all;
 }
 
 // ---- copying

@@ -13,15 +13,13 @@ OZ_DEFINE_TYPE(ozShape, "Shape", ozNode) {
   ozMFRef::addTypeField(type, "geometry", 3, ozGeometry::getClassType(), &ozShape::_geometries);
 }
 
-ozShape::ozShape(ozType *type)
-    : ozNode(type), _lastCullResult(0), _appearance(nullptr), _geometries(2u), _systemUserData(nullptr), _pathList(1u),
-      _cullStatus(1u) {
+ozShape::ozShape(ozType *type) : ozNode(type), _lastCullResult(0), _appearance(nullptr), _notes(nullptr) {
   initFieldDefaults(_ClassType);
-  _geometryField = static_cast<ozMFRef *>(getField(3));
 }
 
 ozShape::~ozShape() {
-  setPathListCount(0);
+  if (_notes) setPathListCount(0);
+  delete _notes;
   destroyFieldContents(_ClassType);
 }
 
@@ -31,58 +29,64 @@ ozAppearance *ozShape::getAppearance() { return read(2, _appearance); }
 void ozShape::setAppearance(ozAppearance *appearance) { storeRef(2, _appearance, appearance); }
 
 void ozShape::addGeometry(ozGeometry *geometry) {
-  _geometryField->append(geometry);
+  static_cast<ozMFRefInfo *>(getFieldInfo(3))->append(this, geometry);
   fieldChanged(3);
 }
 
 void ozShape::insertGeometry(int index, ozGeometry *geometry) {
-  _geometryField->insert(static_cast<unsigned int>(index), geometry);
+  this->geometry()->insert(static_cast<unsigned int>(index), geometry);
   fieldChanged(3);
 }
 
 void ozShape::setGeometry(int index, ozGeometry *geometry) {
-  _geometryField->set(static_cast<unsigned int>(index), geometry);
+  this->geometry()->set(static_cast<unsigned int>(index), geometry);
   fieldChanged(3);
 }
 
 unsigned char ozShape::removeGeometry(ozGeometry *geometry) {
-  unsigned char const removed = _geometryField->remove(geometry);
+  unsigned char const removed = this->geometry()->remove(geometry);
   fieldChanged(3);
   return removed;
 }
 
 void ozShape::removeGeometry(int index) {
-  _geometryField->removeIndex(static_cast<unsigned int>(index));
+  this->geometry()->removeIndex(static_cast<unsigned int>(index));
   fieldChanged(3);
 }
 
 long int ozShape::replaceGeometry(ozGeometry *old, ozGeometry *now) {
-  long int const index = _geometryField->replace(old, now);
+  long int const index = this->geometry()->replace(old, now);
   fieldChanged(3);
   return index;
 }
 
 void ozShape::setGeometryCount(int count) {
-  _geometryField->setCount(static_cast<unsigned int>(count));
+  this->geometry()->setCount(static_cast<unsigned int>(count));
   fieldChanged(3);
 }
 
-long int ozShape::findGeometry(ozGeometry *geometry) { return _geometryField->find(geometry); }
+long int ozShape::findGeometry(ozGeometry *geometry) { return this->geometry()->find(geometry); }
 ozGeometry *ozShape::getGeometry(int index) {
   return static_cast<ozGeometry *>(read(3, _geometries)[static_cast<unsigned int>(index)]);
 }
 int ozShape::getGeometryCount() { return static_cast<int>(read(3, _geometries).getCount()); }
 
+ozShape::Notes &ozShape::notes() {
+  if (!_notes) _notes = new Notes;
+  return *_notes;
+}
+
 ozPtrArray *ozShape::getPath(int index) const {
-  return static_cast<ozPtrArray *>(_pathList[static_cast<unsigned int>(index)]);
+  return _notes ? static_cast<ozPtrArray *>(_notes->paths[static_cast<unsigned int>(index)]) : nullptr;
 }
 
 void ozShape::setPathListCount(int count) {
-  for (unsigned int i = static_cast<unsigned int>(count); i < _pathList.getCount(); ++i) {
-    delete static_cast<ozPtrArray *>(_pathList[i]);
-    _pathList.set(i, nullptr);
+  ozPtrArray &paths = notes().paths;
+  for (unsigned int i = static_cast<unsigned int>(count); i < paths.getCount(); ++i) {
+    delete static_cast<ozPtrArray *>(paths[i]);
+    paths.set(i, nullptr);
   }
-  _pathList.setCount(static_cast<unsigned int>(count));
+  paths.setCount(static_cast<unsigned int>(count));
 }
 
 // ---- the bound

@@ -26,11 +26,15 @@ OZ_DEFINE_TYPE(ozTransform, "Transform", ozGroup) {
 }
 
 ozTransform::ozTransform(ozType *type)
-    : ozGroup(type), _kind(0), _stale(0), _singular(false), _savedNormalize(0), _restoreNormalize(0) {
+    : ozGroup(type), _kind(0), _stale(0), _singular(false), _savedNormalize(0), _restoreNormalize(0),
+      _inverse(nullptr) {
   initFieldDefaults(_ClassType);
 }
 
-ozTransform::~ozTransform() { destroyFieldContents(_ClassType); }
+ozTransform::~ozTransform() {
+  delete _inverse;
+  destroyFieldContents(_ClassType);
+}
 
 // ---- parts
 
@@ -93,11 +97,33 @@ void ozTransform::setMatrix(ozMatrix4f const &matrix) {
   propagateSideEffect(0);
 }
 
+// Whether the parts are no more than a rotation and a translation.
+bool ozTransform::isRigid() const {
+  return _scale[0] == 1 && _scale[1] == 1 && _scale[2] == 1 && _center[0] == 0 && _center[1] == 0 && _center[2] == 0 &&
+         _scaleOrientation.getAngle() == 0;
+}
+
 void ozTransform::cleanMatrix() {
+  _stale &= ~MATRIX;
   ozMatrix4f &m = _matrix;
   float const angle = _rotation.getAngle(), scaleAngle = _scaleOrientation.getAngle();
   ozVec3f axis, scaleAxis;
   _rotation.getAxis(axis);
+  if (isRigid() && std::isfinite(angle)) {
+    // What the products below come to, to the bit: the zeros count, for the signs of other zeros.
+    m.makeIdent();
+    if (angle != 0) {
+      m.makeRot(axis[0], axis[1], axis[2], angle);
+      for (int i = 0; i < 3; ++i) {
+        float const x = m[i][0], y = m[i][1], z = m[i][2];
+        m[i][0] = x + y * 0 + z * 0;
+        m[i][1] = x * 0 + y + z * 0;
+        m[i][2] = x * 0 + y * 0 + z;
+      }
+    }
+    for (int i = 0; i < 3; ++i) m[3][i] = _translation[i] + 0.0f;
+    return;
+  }
   _scaleOrientation.getAxis(scaleAxis);
   m.makeTrans(_translation[0], _translation[1], _translation[2]);
   m.preTrans(_center[0], _center[1], _center[2], m);
@@ -106,7 +132,6 @@ void ozTransform::cleanMatrix() {
   m.preScale(_scale[0], _scale[1], _scale[2], m);
   if (scaleAngle != 0) m.preRot(scaleAxis[0], scaleAxis[1], scaleAxis[2], -scaleAngle, m);
   m.preTrans(-_center[0], -_center[1], -_center[2], m);
-  _stale &= ~MATRIX;
 }
 
 void ozTransform::cleanParts() {
@@ -123,9 +148,10 @@ void ozTransform::cleanParts() {
 }
 
 void ozTransform::freshInverse() {
-  if (!(_stale & INVERSE)) return;
+  if (_inverse && !(_stale & INVERSE)) return;
   freshMatrix();
-  _inverse.invertAffine(_matrix);
+  if (!_inverse) _inverse = new ozMatrix4f;
+  _inverse->invertAffine(_matrix);
   _singular = !(std::fabs(_matrix.det3()) >= OZ_TINY_EPSILON);
   _stale &= ~INVERSE;
 }
@@ -304,7 +330,7 @@ void ozTransform::isect(ozIsectAction *action) {
   freshInverse();
   if (_singular) return; // what is flattened cannot be hit, and must not disturb the segment
   pushInto(action);
-  action->pushSeg(_inverse);
+  action->pushSeg(*_inverse);
   ozIsectChildren(_children, action);
   if (_kind & (SCALED | UNEVEN))
     action->popSeg(_matrix);

@@ -3,6 +3,7 @@
 #include "support/capture.h"
 
 #include <cmath>
+#include <cstring>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -422,4 +423,36 @@ TEST(TransformClone, HasTheSamePartsAndMatrix) {
   t->getMatrix(a);
   copy->getMatrix(b);
   EXPECT_EQ(a, b);
+}
+
+// The rule: translation, centre, rotation, scale orientation, scale and back, each by its own product.
+static ozMatrix4f composedByProducts(ozVec3f const &t, ozRotation const &rotation) {
+  ozMatrix4f m;
+  float x, y, z, angle;
+  rotation.get(&x, &y, &z, &angle);
+  m.makeTrans(t[0], t[1], t[2]);
+  m.preTrans(0, 0, 0, m);
+  if (angle != 0) m.preRot(x, y, z, angle, m);
+  m.preScale(1, 1, 1, m);
+  m.preTrans(-0.0f, -0.0f, -0.0f, m);
+  return m;
+}
+
+TEST(Transform, ARotationWithATranslationGivesTheMatrixOfTheProductsToTheBit) {
+  float const numbers[] = {0.0f, -0.0f, 1.5f, -3.25f, 1e30f, 1e-42f, -7.1f};
+  unsigned int seed = 1;
+  auto const pick = [&] { return numbers[((seed = seed * 1664525u + 1013904223u) >> 16) % 7]; };
+  for (int i = 0; i < 20000; ++i) {
+    ozVec3f const t(pick(), pick(), pick());
+    ozRotation const rotation(pick() / 8, pick() / 8, pick() / 8, pick());
+    Held<ozTransform> transform;
+    transform->setTranslation(t);
+    transform->setRotation(rotation);
+    ozRotation stored;
+    transform->getRotation(stored);
+    ozMatrix4f made;
+    transform->getMatrix(made);
+    ozMatrix4f const expected = composedByProducts(t, stored);
+    ASSERT_EQ(memcmp(made._m, expected._m, sizeof made._m), 0) << i;
+  }
 }
