@@ -1,6 +1,7 @@
 #!/bin/bash
 # Installs the Debian packages that building, testing and showing need: the one place that names them. Does nothing where
-# they are all there. Run by demo.sh and test.sh; also fine by hand.
+# they are all there. Run by demo.sh and test.sh; also fine by hand. With the word "bench" it also installs what bench/
+# needs.
 set -eu
 
 packages=(
@@ -12,6 +13,7 @@ packages=(
   libfreetype-dev libfontconfig-dev fonts-dejavu-core            # screen text
   libgtest-dev libgmock-dev xvfb                                 # tests
 )
+[ "${1-}" != bench ] || packages+=(libbenchmark-dev python3)
 
 if ! command -v dpkg-query >/dev/null; then
   echo "setup: this is no Debian system; what is needed goes by these names there: ${packages[*]}" >&2
