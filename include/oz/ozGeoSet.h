@@ -280,6 +280,7 @@ private:
   void deletePickIndex();
   template <class See> bool forEachBound(See see);
   void keepDescription();
+  bool isDescriptionFresh() { return _reach.moves == ozArray::getMoveCount() || refreshDescription(); }
   bool refreshDescription();
   bool recallDescription(ozGLAttrSet &attrs);
   friend class ozValueSet;

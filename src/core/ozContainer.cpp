@@ -12,30 +12,38 @@
 #include "oz/ozString.h"
 #include "oz/ozType.h"
 
-/// The parents of a container that has had several. Parents go mostly in the order in which they came, as a graph is
-/// torn down: taking the first one away moves nothing.
+/// The parents of a container that has had several, in one block. Parents go mostly in the order in which they came, as
+/// a graph is torn down: taking the first one away moves nothing.
 struct ozParentList {
-  ozPtrArray entries;
-  unsigned int first;
+  unsigned int first, end, room; // entries[first] to entries[end - 1] are in use
+  ozContainer *entries[1];
 
-  ozParentList() : entries(2), first(0) {}
-  unsigned int getCount() const { return entries.getCount() - first; }
-  ozContainer *get(unsigned int i) const { return static_cast<ozContainer *>(entries[first + i]); }
+  unsigned int getCount() const { return end - first; }
+  ozContainer *get(unsigned int i) const { return entries[first + i]; }
 
-  void add(ozContainer *parent) {
-    if (entries.getCount() == entries.getSize()) entries.setExtension(entries.getCount() / 2 + 2);
-    entries.append(parent);
+  /// The list, which may be null, with room for one more entry at its end; null if there is no memory.
+  static ozParentList *withRoom(ozParentList *list) {
+    if (list && list->end < list->room) return list;
+    unsigned int const room = list ? list->room + list->room / 2 + 2 : 2;
+    size_t const bytes = sizeof(ozParentList) + (room - 1) * sizeof(ozContainer *);
+    ozParentList *const wider = static_cast<ozParentList *>(realloc(list, bytes));
+    if (!wider) return nullptr;
+    if (!list) wider->first = wider->end = 0;
+    wider->room = room;
+    return wider;
   }
+
   /// Takes out the first entry equal to one; returns whether there was one.
   unsigned char remove(ozContainer *parent) {
-    unsigned int const count = entries.getCount();
     unsigned int at = first;
-    while (at < count && entries[at] != parent) ++at;
-    if (at == count) return 0;
-    if (at == first)
+    while (at < end && entries[at] != parent) ++at;
+    if (at == end) return 0;
+    if (at == first) {
       ++first;
-    else
-      entries.removeIndex(at);
+    } else {
+      --end;
+      memmove(entries + at, entries + at + 1, (end - at) * sizeof *entries);
+    }
     if (first > getCount() + 16) close();
     return 1;
   }
@@ -43,9 +51,8 @@ struct ozParentList {
 private:
   // Closes the gap ahead of the first one, lest the list grow for ever as parents come and go.
   void close() {
-    unsigned int const count = getCount();
-    for (unsigned int i = 0; i < count; ++i) entries.set(i, entries[first + i]);
-    entries.setCount(count);
+    memmove(entries, entries + first, getCount() * sizeof *entries);
+    end -= first;
     first = 0;
   }
 };
@@ -67,7 +74,7 @@ ozContainer::~ozContainer() {
     delete field;
     return false;
   });
-  if (hasFlag(PARENT_ARRAY_FLAG)) delete listOf(_parents);
+  if (hasFlag(PARENT_ARRAY_FLAG)) free(_parents);
 }
 
 void ozContainer::setUserData(ozData *data) {
@@ -308,17 +315,17 @@ ozContainer *ozContainer::getParent(int index) const {
 }
 
 void ozContainer::addParent(ozContainer *parent) {
-  if (hasFlag(PARENT_ARRAY_FLAG)) {
-    listOf(_parents)->add(parent);
-  } else if (!_parents) {
+  bool const isList = hasFlag(PARENT_ARRAY_FLAG);
+  if (!isList && !_parents) {
     _parents = parent;
-  } else {
-    ozParentList *const parents = new ozParentList;
-    parents->entries.append(_parents);
-    parents->entries.append(parent);
-    _parents = parents;
-    setFlag(PARENT_ARRAY_FLAG, true);
+    return;
   }
+  ozParentList *const parents = ozParentList::withRoom(isList ? listOf(_parents) : nullptr);
+  if (!parents) return;
+  if (!isList) parents->entries[parents->end++] = static_cast<ozContainer *>(_parents);
+  parents->entries[parents->end++] = parent;
+  _parents = parents;
+  setFlag(PARENT_ARRAY_FLAG, true);
 }
 
 // The two modes answer in different codes, which is meant.
@@ -332,7 +339,7 @@ int ozContainer::removeParent(ozContainer *parent) {
   int const removed = parents->remove(parent);
   if (parents->getCount() == 1) {
     _parents = parents->get(0);
-    delete parents;
+    free(parents);
     setFlag(PARENT_ARRAY_FLAG, false);
   }
   return removed;

@@ -65,7 +65,7 @@ void ozGeoSet::findReach(Kind const &kind, ozIntArray const *lengths) {
   unsigned int const count = lengths ? inUse(*lengths) : 0;
   if (_reach.lengths != count) forgetReach();
   _reach.lengths = count;
-  if (_reach.isKept && refreshDescription()) return;
+  if (_reach.isKept && isDescriptionFresh()) return;
   // The set's own fields take the mark off themselves when they change. The counts are looked at every time, since an
   // array may change without a word; the edits of an index only count upwards, so their sum tells all of them.
   unsigned int *key = _reach.keys, edits = 0;
@@ -208,7 +208,6 @@ void ozGeoSet::keepDescription() {
 // Takes the addresses anew where some array has moved. False, and all is forgotten, if one has changed without a word.
 bool ozGeoSet::refreshDescription() {
   unsigned int const moves = ozArray::getMoveCount();
-  if (_reach.moves == moves) return true;
   int at = 0;
   bool const same = forEachBound([&](ozValueSet *set, ozGLAttr ozGLAttrSet::*) {
     _reach.kept.data[at] = set->elements()->getArray();
@@ -224,7 +223,7 @@ bool ozGeoSet::refreshDescription() {
 }
 
 bool ozGeoSet::recallDescription(ozGLAttrSet &attrs) {
-  if (!_reach.isKept || !refreshDescription()) return false;
+  if (!_reach.isKept || !isDescriptionFresh()) return false;
   int at = 0;
   return forEachBound([&](ozValueSet *, ozGLAttr ozGLAttrSet::*attribute) {
     Format const &format = formats[_reach.kinds[at]];

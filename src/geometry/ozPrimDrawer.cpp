@@ -18,11 +18,10 @@ public:
       // What changes a point changes a vertex. The flags keep that until the bindings are worked out again: meant so.
       _set._drawFlags |= static_cast<unsigned short>((_set._drawFlags & 24) << 4);
     }
-    _perPrim = ozGeoSet::PerPrimSwitch[_set._drawFlags >> 3 & 7];
+    if (_set.getDrawPath() != ozGeoSet::IMMEDIATE_PATH) return drawArrays<CULL>();
+    _perPrim = perPrim();
     _perVert = ozGeoSet::PerVertSwitch[_set._drawFlags >> 6 & 7];
-    if (_set.getDrawPath() != ozGeoSet::IMMEDIATE_PATH)
-      drawArrays<CULL>();
-    else if (_kind.group == ozGeoSet::Kind::EACH)
+    if (_kind.group == ozGeoSet::Kind::EACH)
       drawEach<CULL>();
     else if (_kind.group == ozGeoSet::Kind::POLYGONS)
       drawPolygons<CULL>();
@@ -31,6 +30,7 @@ public:
   }
 
 private:
+  ozGeoSet::DrawFunction perPrim() const { return ozGeoSet::PerPrimSwitch[_set._drawFlags >> 3 & 7]; }
   void call(ozGeoSet::DrawFunction function) {
     ozGeoSet *const set = &_set;
     (set->*function)(_attrs);
@@ -110,16 +110,17 @@ private:
 
   template <bool CULL> void drawArrays() {
     call(ozGeoSet::VertArraySwitch[_set._drawFlags >> 6 & 7]);
-    bool const perPrim =
+    bool const hasPrimAttributes =
         _set.getDrawPath() == ozGeoSet::ARRAY_PRIM_PATH || _set.getDrawPath() == ozGeoSet::ELEMENT_PRIM_PATH;
-    if (_kind.group == ozGeoSet::Kind::POINTS || (!CULL && !perPrim && !_lengths)) {
+    if (_kind.group == ozGeoSet::Kind::POINTS || (!CULL && !hasPrimAttributes && !_lengths)) {
       drawRange(0, _prims * _kind.len);
       return;
     }
+    if (hasPrimAttributes) _perPrim = perPrim();
     int start = 0;
     for (int i = 0; i < _prims; ++i) {
       int const len = length(i);
-      if (perPrim) call(_perPrim);
+      if (hasPrimAttributes) call(_perPrim);
       if (passes<CULL>(i)) drawRange(start, len);
       start += len;
     }
