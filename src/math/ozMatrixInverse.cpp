@@ -6,7 +6,7 @@
 // The determinant of a matrix that is about to be inverted; a singular one is reported and counts as 1.
 static float usableDet3(ozMatrix4f const &m, char const *complaint) {
   float d = m.det3();
-  if (std::fabs(d) >= OZ_TINY_EPSILON) return d;
+  if (!(std::fabs(d) < OZ_TINY_EPSILON)) return d; // what is no number is not singular
   ozGlobal::notify(ozGlobal::WARN, ozGlobal::USAGE, complaint);
   return 1.0f;
 }

@@ -58,6 +58,26 @@ TEST(MatStack4f, AFullStackStaysAsItIs) {
   EXPECT_EQ(*stack.getTop(), trans(1, 2, 3));
 }
 
+TEST(MatStack4f, PushPreMultLeavesTheLevelBelow) {
+  ozMatStack4f stack(2);
+  stack.load(trans(1, 2, 3));
+  ozMatrix4f scale, expected(2, 0, 0, 0, 0, 2, 0, 0, 0, 0, 2, 0, 1, 2, 3, 1); // the scale acts first
+  scale.makeScale(2, 2, 2);
+  EXPECT_EQ(stack.pushPreMult(scale), 1);
+  EXPECT_EQ(stack.getDepth(), 2);
+  EXPECT_EQ(*stack.getTop(), expected);
+  EXPECT_EQ(stack.pop(), 1);
+  EXPECT_EQ(*stack.getTop(), trans(1, 2, 3));
+}
+
+TEST(MatStack4f, PushPreMultOnAFullStackReportsAndMultipliesItsTop) {
+  ozMatStack4f stack(1);
+  EXPECT_EQ(stderrOf([&] { EXPECT_EQ(stack.pushPreMult(trans(1, 2, 3)), 0); }),
+            "(WARN, USAGE): ozMatStack4f::push() - Matrix stack full\n");
+  EXPECT_EQ(stack.getDepth(), 1);
+  EXPECT_EQ(*stack.getTop(), trans(1, 2, 3));
+}
+
 TEST(MatStack4f, PopAtTheBaseResetsItAndReports) {
   ozMatStack4f stack(2);
   stack.load(trans(1, 2, 3));

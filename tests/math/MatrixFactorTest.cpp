@@ -203,6 +203,28 @@ TEST(GetOrthoRotation, OfTheIdentityIsNone) {
   EXPECT_TRUE(rotationIs(r, 0, 0, 0, 0, 0));
 }
 
+TEST(GetOrthoRotation, KeepsTheAngleOfAMatrixWithoutAnAxis) {
+  ozRotation r(1, 0, 0, 1);
+  scale(0.5f, 0.25f, 0.25f).getOrthoRotation(r); // root = sqrt(2), so the angle is twice acos(0.7071) = 90
+  EXPECT_TRUE(rotationIs(r, 0, 0, 0, 90, 1e-3f));
+}
+
+TEST(GetOrthoRotation, TakesATraceOfThreeAtMost) { // a root of exactly 2 does not exceed 2
+  ozRotation r(1, 0, 0, 1);
+  EXPECT_EQ(stderrOf([&] { scale(0.5f, 0.5f, 2).getOrthoRotation(r); }), "");
+  EXPECT_TRUE(rotationIs(r, 0, 0, 0, 0, 0));
+}
+
+TEST(GetOrthoRotation, TakesTheOtherRoadForATraceOfZero) {
+  ozMatrix4f m = scale(0, 0, 0); // root = 1, f = 0.5, so q = (0.5, 0.5 * 0.5, 0) and w = 0.5 * 0.5
+  m[0][1] = 0.5f;
+  m[1][2] = 0.5f;
+  ozRotation r(1, 0, 0, 1);
+  m.getOrthoRotation(r);
+  float const length = std::sqrt(0.3125f);
+  EXPECT_TRUE(rotationIs(r, 0.5f / length, 0.25f / length, 0, 151.04498f, 1e-3f)); // twice acos(0.25)
+}
+
 TEST(GetOrthoRotation, RefusesATraceAboveThree) {
   ozRotation r(1, 0, 0, 1), before = r;
   EXPECT_EQ(stderrOf([&] { scale(1, 1, 1.5f).getOrthoRotation(r); }),

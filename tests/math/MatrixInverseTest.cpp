@@ -80,6 +80,16 @@ TEST(InvertAffine, TakesADeterminantAboveTheTinyEpsilon) {
   EXPECT_NE(stderrOf([&] { m.invertAffine(m); }), "");
 }
 
+TEST(InvertAffine, DoesNotCallAMatrixSingularThatIsNoNumber) { // its determinant is not below the tiny epsilon
+  ozMatrix4f m = affine();
+  m[1][1] = NAN;
+  EXPECT_EQ(stderrOf([&] { m.invertAffine(m); }), "");
+  EXPECT_TRUE(std::isnan(m[0][0]));
+  m = affine();
+  m[1][1] = NAN;
+  EXPECT_EQ(stderrOf([&] { m.invertOrtho(m); }), "");
+}
+
 TEST(InvertOrtho, InvertsARotationWithUniformScale) {
   ozMatrix4f m;
   EXPECT_EQ(stderrOf([&] { m.invertOrtho(placed(2.5f)); }), "");

@@ -152,6 +152,12 @@ TEST(Rotation, GivesAMatrixAndIsMadeFromOne) {
   EXPECT_EQ(a, b);
 }
 
+TEST(Rotation, WithoutAnAxisGivesTheIdentityMatrix) {
+  ozMatrix4f m(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16);
+  degrees(0, 0, 0, 70).get(m);
+  EXPECT_EQ(m, ozMatrix4f());
+}
+
 TEST(Rotation, AMatrixWithoutARotationLeavesItAsItWas) {
   ozMatrix4f m;
   m.makeScale(2, 2, 2);
@@ -214,6 +220,12 @@ TEST(Rotation, MultMayBeStoredIntoAnOperand) {
   EXPECT_TRUE(approx(numbers(r), ozVec4f(0, 0, 1, 60), 1e-4f));
   r = a, r *= r;
   EXPECT_TRUE(approx(numbers(r), ozVec4f(0, 0, 1, 60), 1e-4f));
+}
+
+TEST(Rotation, ANegativeScalarPartGivesMoreThanHalfATurn) {
+  ozRotation r;
+  r.mult(degrees(0, 0, 1, 100), degrees(0, 0, 1, 120)); // the angle is twice the arc cosine, never turned back
+  EXPECT_TRUE(approx(numbers(r), ozVec4f(0, 0, 1, 220), 1e-3f));
 }
 
 TEST(Rotation, RotationsThatCancelGiveAllZero) {
@@ -284,6 +296,12 @@ TEST(Rotation, SlerpOfNoRotationsIsAllZero) {
   r.setDegrees(0, 0, 1, 9);
   r.slerp(0.5f, a, a);
   EXPECT_EQ(numbers(r), ozVec4f());
+}
+
+TEST(Rotation, SlerpOfARotationWithItselfIsThatRotation) {
+  ozRotation r = degrees(0, 0.6f, 0.8f, 30);
+  r.slerp(0.3f, r, r);
+  EXPECT_TRUE(approx(numbers(r), ozVec4f(0, 0.6f, 0.8f, 30), 1e-3f));
 }
 
 TEST(Rotation, SlerpMayBeStoredIntoAnOperand) {
