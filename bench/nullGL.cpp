@@ -1,9 +1,6 @@
 #include "nullGL.h"
+#include "support/glLookUp.h"
 #include "support/glText.h"
-
-#include <GL/gl.h>
-#include <GL/glx.h>
-#include <dlfcn.h>
 
 namespace nullGL {
 
@@ -14,15 +11,6 @@ std::vector<std::string> log;
 } // namespace nullGL
 
 namespace {
-
-typedef void (*Function)();
-
-Function lookUpNext(char const *name) {
-  typedef Function (*LookUp)(GLubyte const *);
-  static LookUp const lookUp = reinterpret_cast<LookUp>(dlsym(RTLD_NEXT, "glXGetProcAddressARB"));
-  if (void *linked = dlsym(RTLD_NEXT, name)) return reinterpret_cast<Function>(linked);
-  return lookUp(reinterpret_cast<GLubyte const *>(name));
-}
 
 template <class Result, class... Args>
 Result goOn(Result (*next)(Args...), char const *name, char const *shape, Args... args) {
@@ -51,7 +39,7 @@ extern "C" {
       return nothing<result>();                                                                                        \
     }                                                                                                                  \
     typedef result(*Next) parameters;                                                                                  \
-    static Next const next = reinterpret_cast<Next>(lookUpNext(#name));                                                \
+    static Next const next = reinterpret_cast<Next>(lookUpNextGL(#name));                                              \
     return goOn(next, #name, shape OZ_AND arguments);                                                                  \
   }
 #include "support/glCalls.inc"

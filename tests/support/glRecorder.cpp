@@ -1,4 +1,5 @@
 #include "support/glRecorder.h"
+#include "support/glLookUp.h"
 #include "support/glText.h"
 #include <GL/gl.h>
 #include <GL/glx.h>
@@ -101,14 +102,7 @@ struct GLRecorderAccess {
 
 namespace {
 
-typedef void (*Function)();
-
-Function lookUpNext(char const *name) {
-  typedef Function (*LookUp)(GLubyte const *);
-  static LookUp const lookUp = reinterpret_cast<LookUp>(dlsym(RTLD_NEXT, "glXGetProcAddressARB"));
-  if (void *linked = dlsym(RTLD_NEXT, name)) return reinterpret_cast<Function>(linked);
-  return lookUp(reinterpret_cast<GLubyte const *>(name));
-}
+typedef GLFunction Function;
 
 template <class Result, class... Args>
 Result pass(Result (*next)(Args...), char const *name, char const *shape, Args... args) {
@@ -131,7 +125,7 @@ extern "C" {
 #define GL_CALL(result, name, parameters, arguments, shape)                                                            \
   __attribute__((visibility("default"))) result name parameters {                                                      \
     typedef result(*Next) parameters;                                                                                  \
-    static Next const next = reinterpret_cast<Next>(lookUpNext(#name));                                                \
+    static Next const next = reinterpret_cast<Next>(lookUpNextGL(#name));                                              \
     return pass(next, #name, shape OZ_AND arguments);                                                                  \
   }
 #include "support/glCalls.inc"
