@@ -7,6 +7,7 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <random>
 #include <unistd.h>
 #include <vector>
 
@@ -81,7 +82,10 @@ void connectAndDestroy(benchmark::State &state) {
     }
     state.ResumeTiming();
     for (ozTransform *target : targets) translation->connect(target->getField("translation"));
+    state.PauseTiming();
     if (state.range(1) == 1) std::reverse(targets.begin(), targets.end());
+    if (state.range(1) == 2) std::shuffle(targets.begin(), targets.end(), std::mt19937(1));
+    state.ResumeTiming();
     for (ozTransform *target : targets) target->unref();
     state.PauseTiming();
     source->unref();
@@ -89,6 +93,6 @@ void connectAndDestroy(benchmark::State &state) {
   }
   state.SetItemsProcessed(state.iterations() * count);
 }
-BENCHMARK(connectAndDestroy)->ArgNames({"fields", "backwards"})->ArgsProduct({{1000, 100000}, {0, 1}});
+BENCHMARK(connectAndDestroy)->ArgNames({"fields", "order"})->ArgsProduct({{1000, 100000}, {0, 1, 2}});
 
 } // namespace

@@ -176,7 +176,9 @@ private:
   friend class ozEngine; // marks its inputs without its own dirty mask
 
   void setSource(ozField *source);
+  bool isConnectedTo(ozField *target) const;
   void addFollower(ozField *field);
+  void dropFollower(ozField *field);
   void restore(ozField *source, int dirty);
   static void freeDirtyFields();
 
@@ -189,9 +191,8 @@ private:
   unsigned char _delivers : 1;
   unsigned char _eventClass;
   ozField *_source;
-  ozFieldArray *_inputs;
   ozFieldArray *_outputs;
-  ozFieldArray *_followers; // disconnected fields whose source still is this one
+  ozFieldArray *_inputs;
 };
 
 #endif

@@ -97,7 +97,7 @@ void ozCloneTable::connectPending() {
 // Points back at the source of an earlier time.
 void ozField::restore(ozField *source, int dirty) {
   setSource(source);
-  if (source && (!source->_outputs || source->_outputs->find(this) < 0)) source->addFollower(this);
+  if (source && !source->isConnectedTo(this)) source->addFollower(this);
   setDirty(dirty);
 }
 

@@ -3,6 +3,7 @@
 
 #include "oz/ozField.h"
 
+#include "core/FieldList.h"
 #include "oz/ozContainer.h"
 #include "oz/ozSList.h"
 #include "oz/ozType.h"
@@ -26,23 +27,29 @@ void ozField::initClass() {
   if (!_ClassType) _ClassType = new ozType(nullptr, "ozField");
 }
 
+static FieldList *listOf(ozFieldArray *fields) { return static_cast<FieldList *>(fields); }
+static OutputList *outputList(ozFieldArray *fields) { return static_cast<OutputList *>(fields); }
+
 ozField::ozField(ozContainer *parent, short id)
     : _parent(parent), _id(id), _dirty(0), _busy(0), _delivers(0), _eventClass(EVENT_ANY), _source(nullptr),
-      _inputs(nullptr), _outputs(nullptr), _followers(nullptr) {
+      _outputs(nullptr), _inputs(nullptr) {
   _parent->addField(this);
 }
 
 ozField::~ozField() {
   for (unsigned int n = _inputs ? _inputs->getCount() : 0; n > 0 && _inputs->getCount(); --n)
     _inputs->get(0)->disconnect(this);
-  delete _inputs;
+  delete listOf(_inputs);
   for (unsigned int n = _outputs ? _outputs->getCount() : 0; n > 0 && _outputs->getCount(); --n)
     disconnect(_outputs->get(0));
-  delete _outputs;
 
   setSource(nullptr);
-  while (_followers && _followers->getCount()) _followers->get(0)->setSource(nullptr);
-  delete _followers;
+  while (_outputs && outputList(_outputs)->followers) {
+    FieldList &followers = *outputList(_outputs)->followers;
+    if (!followers.getCount()) break;
+    followers[followers.getCount() - 1]->setSource(nullptr);
+  }
+  delete outputList(_outputs);
 
   if (!DirtyFields.isEmpty()) {
     ozDirtyFieldList kept; // comes out in reverse order, and goes back so
@@ -86,34 +93,40 @@ void ozField::setDirty(int on) {
 // Keeps track of who still points here after a disconnection, so that a field that dies leaves no pointer to itself.
 void ozField::setSource(ozField *source) {
   if (source == _source) return;
-  if (_source && _source->_followers) _source->_followers->fastRemove(this);
+  if (_source) _source->dropFollower(this);
   _source = source;
 }
 
+bool ozField::isConnectedTo(ozField *target) const { return _outputs && listOf(_outputs)->has(target); }
+
 void ozField::addFollower(ozField *field) {
-  if (!_followers) _followers = new ozFieldArray(1);
-  _followers->append(field);
+  if (!_outputs) _outputs = new OutputList;
+  FieldList *&followers = outputList(_outputs)->followers;
+  if (!followers) followers = new FieldList;
+  if (!followers->has(field)) followers->add(field);
+}
+
+void ozField::dropFollower(ozField *field) {
+  if (_outputs && outputList(_outputs)->followers) outputList(_outputs)->followers->take(field);
 }
 
 void ozField::connect(ozField *target) {
   if (_eventClass == EVENT_IN_ONLY || target->_eventClass == EVENT_OUT_ONLY) return;
-  if (!_outputs)
-    _outputs = new ozFieldArray(1);
-  else if (_outputs->find(target) >= 0)
-    return;
-  _outputs->append(target);
-  if (!target->_inputs) target->_inputs = new ozFieldArray(1);
-  target->_inputs->append(this);
-  if (_followers) _followers->fastRemove(target);
+  if (isConnectedTo(target)) return;
+  if (!_outputs) _outputs = new OutputList;
+  listOf(_outputs)->add(target);
+  if (!target->_inputs) target->_inputs = new FieldList;
+  listOf(target->_inputs)->add(this);
+  dropFollower(target);
   target->setSource(this);
   target->_parent->dirtyFieldOutputs(target);
 }
 
 void ozField::disconnect(ozField *target) {
   if (!_outputs) return;
-  if (_outputs->remove(target)) {
+  if (listOf(_outputs)->take(target)) {
     if (target->_inputs) {
-      target->_inputs->remove(this);
+      listOf(target->_inputs)->take(this);
       if (!target->_inputs->getCount()) target->_parent->_dirtyMask &= ~ozContainer::narrowBit(target->_id);
     }
     // The target's source stays, which is meant: with other inputs left, its mask bit may still be set.
