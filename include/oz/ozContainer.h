@@ -12,7 +12,10 @@ class ozFieldSlots {
 public:
   bool isEmpty() const { return !_slots; }
   /// Null if there is none with this id.
-  ozField *get(int id) const;
+  ozField *get(int id) const {
+    if (_slots & SINGLE) return single()->getId() == id ? single() : nullptr;
+    return _slots && id >= 0 && id < table()->count ? table()->at[id] : nullptr;
+  }
   /// Enters a field; a table that is needed has room for `count` at the least.
   void set(ozField *field, int count);
   /// Calls visit(field) for all, in the order of their ids; what it returns false for is forgotten.
@@ -92,7 +95,7 @@ public:
   /// The description of the field that getField(name) gives.
   ozFieldInfo *findFieldInfo(char const *name) const;
   /// The field object of an id if there is one: none is made.
-  ozField *findFieldObject(int id) const;
+  ozField *findFieldObject(int id) const { return _fields.get(id); }
   void connect(short id, ozContainer *other, short otherId);
   void disconnect(short id, ozContainer *other, short otherId);
   /// Takes back the single-valued field objects that nothing is connected to.
@@ -199,5 +202,19 @@ private:
   long long _dirtyMask;      // bit per field id: an input holds a newer value
   long long _sideEffectMask; // bit per field id: the derived value is stale, and the parents know
 };
+
+inline void ozField::validate() { _parent->validateField(_id); }
+inline void ozField::fieldChanged() { _parent->fieldChanged(_id); }
+
+inline void ozField::setDirty(int on) {
+  if (on) {
+    if (_Tracking) recordDirty();
+    _dirty = 1;
+    _parent->_dirtyMask |= ozContainer::narrowBit(_id);
+  } else {
+    _dirty = 0;
+    _parent->_dirtyMask &= ~ozContainer::narrowBit(_id);
+  }
+}
 
 #endif

@@ -41,9 +41,13 @@ protected:
 
 private:
   void markStale();
+  // Calls visit(field) for each of the fields with these ids. The type knows which are inputs and outputs, and the
+  // container where they are: the engine keeps no lists of its own.
+  template <class Visit> void forEach(ozShortArray const &ids, Visit visit) const {
+    short const *const id = ids.getArray();
+    for (unsigned int i = 0; i < ids.getCount(); ++i) visit(findFieldObject(id[i]));
+  }
 
-  ozFieldArray _inputs;
-  ozFieldArray _outputs;
   ozField *_triggerField;
   int _trigger;
   unsigned char _evaluating;

@@ -134,11 +134,11 @@ public:
 
   /// Whether an input holds a newer value.
   unsigned char isDirty() const { return _dirty; }
-  void setDirty(int on);
+  inline void setDirty(int on);
   /// Brings the value up to date.
-  void validate();
+  inline void validate();
   /// Tells the container that the value was changed.
-  void fieldChanged();
+  inline void fieldChanged();
 
   /// Ties target to this field: it is marked now and takes this field's value when it is next read. Connecting a pair
   /// again, from an EVENT_IN_ONLY or to an EVENT_OUT_ONLY field does nothing.
@@ -194,5 +194,7 @@ private:
   ozFieldArray *_outputs;
   ozFieldArray *_inputs;
 };
+
+#include "oz/ozContainer.h" // the inline functions of fields are there
 
 #endif

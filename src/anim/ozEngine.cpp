@@ -16,18 +16,13 @@ ozEngine::ozEngine(ozType *type) : ozNode(type), _triggerField(getField(2)), _ev
 ozEngine::~ozEngine() { destroyFieldContents(_ClassType); }
 
 void ozEngine::initEngine() {
-  ozShortArray const &inputs = getType()->getEngineInputs();
-  ozShortArray const &outputs = getType()->getEngineOutputs();
-  _inputs.setSize(inputs.getCount());
-  _outputs.setSize(outputs.getCount());
-  for (unsigned int i = 0; i < inputs.getCount(); ++i) {
-    _inputs.append(getField(inputs[i]));
-    _inputs[i]->connect(_triggerField);
-  }
-  for (unsigned int i = 0; i < outputs.getCount(); ++i) {
-    _outputs.append(getField(outputs[i]));
-    _outputs[i]->setEventClass(ozField::EVENT_FORWARD);
-  }
+  ozShortArray const &inputs = getType()->getEngineInputs(), &outputs = getType()->getEngineOutputs();
+  // All field objects first, so that what an evaluation looks at lies together.
+  for (unsigned int i = 0; i < inputs.getCount(); ++i) getField(inputs[i]);
+  for (unsigned int i = 0; i < outputs.getCount(); ++i) getField(outputs[i])->setEventClass(ozField::EVENT_FORWARD);
+  setFlag(PROPAGATING_FLAG, true); // nobody has heard of the outputs: nothing is marked
+  forEach(inputs, [this](ozField *input) { input->connect(_triggerField); });
+  setFlag(PROPAGATING_FLAG, false);
   _triggerField->setDirty(0);
 }
 
@@ -38,10 +33,10 @@ void ozEngine::dirtyFieldOutputs(ozField *f) {
   if (hasFlag(PROPAGATING_FLAG)) return;
   _triggerField->_dirty = 1;
   setFlag(PROPAGATING_FLAG, true);
-  for (unsigned int i = 0; i < _outputs.getCount(); ++i) {
-    _outputs[i]->setDirty(1);
-    if (_outputs[i]->getOutputs()) _outputs[i]->dirtyOutputs();
-  }
+  forEach(getType()->getEngineOutputs(), [](ozField *output) {
+    output->setDirty(1);
+    if (output->getOutputs()) output->dirtyOutputs();
+  });
   setFlag(PROPAGATING_FLAG, false);
 }
 
@@ -53,10 +48,11 @@ void ozEngine::cleanFieldInputs(ozField *) {
 void ozEngine::evalWrapper() {
   if (_evaluating) return;
   _evaluating = 1;
-  for (unsigned int i = 0; i < _inputs.getCount(); ++i)
-    if (_inputs[i]->isDirty()) ozNode::cleanFieldInputs(_inputs[i]);
+  forEach(getType()->getEngineInputs(), [this](ozField *input) {
+    if (input->isDirty()) ozNode::cleanFieldInputs(input);
+  });
   eval();
-  for (unsigned int i = 0; i < _outputs.getCount(); ++i) _outputs[i]->setDirty(0);
+  forEach(getType()->getEngineOutputs(), [](ozField *output) { output->setDirty(0); });
   _triggerField->_dirty = 0;
   _evaluating = 0;
 }

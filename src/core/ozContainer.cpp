@@ -116,11 +116,6 @@ void ozContainer::destroyFieldContents(ozType *level) {
 
 // ---- field objects
 
-ozField *ozFieldSlots::get(int id) const {
-  if (_slots & SINGLE) return single()->getId() == id ? single() : nullptr;
-  return _slots && id >= 0 && id < table()->count ? table()->at[id] : nullptr;
-}
-
 void ozFieldSlots::set(ozField *field, int count) {
   int const id = field->getId();
   if (!_slots || ((_slots & SINGLE) && single()->getId() == id)) {
@@ -168,7 +163,6 @@ template <class Visit> void ozFieldSlots::keepIf(Visit visit) {
 }
 
 void ozContainer::addField(ozField *field) { _fields.set(field, getFieldInfoCount()); }
-ozField *ozContainer::findFieldObject(int id) const { return _fields.get(id); }
 
 ozField *ozContainer::getField(int id) {
   OZ_REQUIRE(id >= 0 && id < getFieldInfoCount(), "field id out of range");

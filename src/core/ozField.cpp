@@ -76,20 +76,6 @@ void ozField::setEventClass(EventClassEnum eventClass) {
   ozArray::countMove(); // edits may no longer be announced: who keeps addresses has to look again
 }
 
-void ozField::validate() { _parent->validateField(_id); }
-void ozField::fieldChanged() { _parent->fieldChanged(_id); }
-
-void ozField::setDirty(int on) {
-  if (on) {
-    if (_Tracking) recordDirty();
-    _dirty = 1;
-    _parent->_dirtyMask |= ozContainer::narrowBit(_id);
-  } else {
-    _dirty = 0;
-    _parent->_dirtyMask &= ~ozContainer::narrowBit(_id);
-  }
-}
-
 // Keeps track of who still points here after a disconnection, so that a field that dies leaves no pointer to itself.
 void ozField::setSource(ozField *source) {
   if (source == _source) return;
