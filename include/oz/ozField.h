@@ -177,6 +177,7 @@ private:
 
   void setSource(ozField *source);
   bool isConnectedTo(ozField *target) const;
+  void prefetchOutput(unsigned int i) const;
   void addFollower(ozField *field);
   void dropFollower(ozField *field);
   void restore(ozField *source, int dirty);
