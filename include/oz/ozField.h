@@ -38,7 +38,10 @@ public:
   /// Gives the field a second name.
   void addAlias(char const *name);
   /// Whether the text is the name or an alias, whole and case-sensitive.
-  unsigned char match(char const *name) const;
+  unsigned char match(char const *name) const {
+    // Most names that differ do so in their first character.
+    return (*name == *getName() && !strcmp(name, getName())) || (_aliases && matchAlias(name));
+  }
   /// Adds a value of an enumeration; the name is copied. Search goes in the order of these calls.
   void addEnum(int value, char const *name);
   /// The first name of a value; "(nameless)" if it has none.
@@ -74,6 +77,8 @@ protected:
   void fieldChanged(ozContainer *container) const;
 
 private:
+  unsigned char matchAlias(char const *name) const;
+
   ozNameEntry const *_name;
   short _id;
   int _offset;

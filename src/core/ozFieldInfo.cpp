@@ -37,9 +37,8 @@ void ozFieldInfo::addAlias(char const *name) {
   _aliases->append(new ozName(name));
 }
 
-unsigned char ozFieldInfo::match(char const *name) const {
-  if (!strcmp(name, getName())) return 1;
-  for (unsigned int i = 0; _aliases && i < _aliases->getCount(); ++i)
+unsigned char ozFieldInfo::matchAlias(char const *name) const {
+  for (unsigned int i = 0; i < _aliases->getCount(); ++i)
     if (!strcmp(name, static_cast<ozName *>(_aliases->get(i))->getString())) return 1;
   return 0;
 }
