@@ -10,6 +10,7 @@ class ozContainer;
 class ozField;
 class ozOutput;
 class ozType;
+class FieldList;
 struct ozDirtyField;
 
 /// The description of one field of a class: name, id, where the value lies in the container, default and type. One
@@ -92,6 +93,37 @@ template <class Container, class Member> char ozContainer::*ozMember(Member Cont
   return member ? static_cast<char ozContainer::*>(reinterpret_cast<char Container::*>(member)) : nullptr;
 }
 
+/// The fields at the other ends of a field's connections: none, one, or a list. Most fields have no more than one.
+class OZ_API ozFieldEnds {
+public:
+  ozFieldEnds() = default;
+  ozFieldEnds(ozFieldEnds const &) = delete;
+  ozFieldEnds &operator=(ozFieldEnds const &) = delete;
+  ~ozFieldEnds();
+
+  unsigned int getCount() const {
+    if (_ends & SINGLE) return single() != nullptr;
+    return _ends ? list()->getCount() : 0;
+  }
+  ozField *get(unsigned int i) const { return _ends & SINGLE ? single() : list()->get(i); }
+  /// Whether there was ever one.
+  bool wereAny() const { return _ends != 0; }
+
+private:
+  friend class ozField;
+  enum : unsigned long { SINGLE = 1 };
+
+  bool has(ozField *field) const;
+  void add(ozField *field);
+  bool take(ozField *field);
+  FieldList *makeList();
+
+  ozField *single() const { return reinterpret_cast<ozField *>(_ends & ~static_cast<unsigned long>(SINGLE)); }
+  ozFieldArray *list() const { return reinterpret_cast<ozFieldArray *>(_ends); }
+
+  unsigned long _ends = 0; // the address of a field, or none, with the bit SINGLE; or that of a FieldList
+};
+
 /// The handle of one field of one object, made on demand: it gives the value to generic code and ties it to other
 /// fields. The value itself is a member of the container, so that the container reads it without any of this.
 ///
@@ -128,10 +160,13 @@ public:
   /// Address of the container's member; null if no member holds the value.
   void *getStorage();
 
-  /// Fields connected to this one; null until the first connection.
-  ozFieldArray *getInputs() const { return _inputs; }
-  /// Fields that this one is connected to; null until the first connection.
-  ozFieldArray *getOutputs() const { return _outputs; }
+  /// Fields connected to this one; null until the first connection. The array is made when it is first asked for, and
+  /// then follows what is connected: who only wants to look at them asks for the ends.
+  ozFieldArray *getInputs() const;
+  /// Fields that this one is connected to; likewise.
+  ozFieldArray *getOutputs() const;
+  ozFieldEnds const &getInputEnds() const { return _inputs; }
+  ozFieldEnds const &getOutputEnds() const { return _outputs; }
   /// The input that announced a change last; the one that a read copies from.
   ozField *getSource() const { return _source; }
   EventClassEnum getEventClass() const { return static_cast<EventClassEnum>(_eventClass); }
@@ -181,8 +216,8 @@ private:
   friend class ozEngine; // marks its inputs without its own dirty mask
 
   void setSource(ozField *source);
-  bool isConnectedTo(ozField *target) const;
   void prefetchOutput(unsigned int i) const;
+  FieldList *getFollowers() const;
   void addFollower(ozField *field);
   void dropFollower(ozField *field);
   void restore(ozField *source, int dirty);
@@ -197,8 +232,8 @@ private:
   unsigned char _delivers : 1;
   unsigned char _eventClass;
   ozField *_source;
-  ozFieldArray *_outputs;
-  ozFieldArray *_inputs;
+  ozFieldEnds _outputs;
+  ozFieldEnds _inputs;
 };
 
 #include "oz/ozContainer.h" // the inline functions of fields are there

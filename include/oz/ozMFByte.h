@@ -39,10 +39,11 @@ protected:
   template <class Field, class Edit> void finish(Edit repeat) {
     if (getEventClass() != EVENT_FORWARD) {
       fieldChanged();
-    } else if (ozFieldArray *outputs = getOutputs()) {
-      for (unsigned int i = 0; i < outputs->getCount(); ++i)
-        if (outputs->get(i)->getType()->isDerivedFrom(Field::getClassType()))
-          repeat(static_cast<Field *>(outputs->get(i)));
+    } else {
+      ozFieldEnds const &outputs = getOutputEnds();
+      for (unsigned int i = 0; i < outputs.getCount(); ++i)
+        if (outputs.get(i)->getType()->isDerivedFrom(Field::getClassType()))
+          repeat(static_cast<Field *>(outputs.get(i)));
     }
   }
 

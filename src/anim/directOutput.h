@@ -40,9 +40,9 @@ private:
 
 /// The i-th connected field that can take the result; null if it cannot, or is gone.
 template <class Field> Field *ozDirectTarget(ozField *output, unsigned int i) {
-  ozFieldArray *const targets = output->getOutputs();
-  if (!targets || i >= targets->getCount()) return nullptr;
-  ozField *const target = targets->get(i);
+  ozFieldEnds const &targets = output->getOutputEnds();
+  if (i >= targets.getCount()) return nullptr;
+  ozField *const target = targets.get(i);
   return target->getType()->isDerivedFrom(Field::getClassType()) ? static_cast<Field *>(target) : nullptr;
 }
 
@@ -56,14 +56,14 @@ template <class Field> void ozCopyTarget(Field *from, Field *to) {
 
 /// Computes a result of `length` elements into the first target that can take it, and hands it to the others.
 template <class Field, class Compute> void ozDeliver(ozField *output, unsigned int length, Compute compute) {
-  unsigned int const count = output->getOutputs() ? output->getOutputs()->getCount() : 0;
+  unsigned int const count = output->getOutputEnds().getCount();
   unsigned int at = 0;
   while (at < count && !ozDirectTarget<Field>(output, at)) ++at;
   Field *const first = ozDirectTarget<Field>(output, at);
   if (!first) return;
   compute(ozTargetView<Field>(first, length));
   first->fieldChanged();
-  for (unsigned int i = at + 1; output->getOutputs() && i < output->getOutputs()->getCount(); ++i) {
+  for (unsigned int i = at + 1; i < output->getOutputEnds().getCount(); ++i) {
     if (ozDirectTarget<Field>(output, at) != first) return; // a listener took it away
     if (Field *const target = ozDirectTarget<Field>(output, i)) ozCopyTarget(first, target);
   }
@@ -73,7 +73,7 @@ template <class Field, class Compute> void ozDeliver(ozField *output, unsigned i
 /// takes what another connected field was given. Returns whether there was one.
 template <class Field> bool ozServeLate(ozField *output, ozField *late) {
   if (!late->getType()->isDerivedFrom(Field::getClassType())) return false;
-  for (unsigned int i = 0; output->getOutputs() && i < output->getOutputs()->getCount(); ++i) {
+  for (unsigned int i = 0; i < output->getOutputEnds().getCount(); ++i) {
     Field *const target = ozDirectTarget<Field>(output, i);
     if (!target || target == late || target->isDirty()) continue;
     ozCopyTarget(target, static_cast<Field *>(late));

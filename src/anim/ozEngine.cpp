@@ -35,7 +35,7 @@ void ozEngine::dirtyFieldOutputs(ozField *f) {
   setFlag(PROPAGATING_FLAG, true);
   forEach(getType()->getEngineOutputs(), [](ozField *output) {
     output->setDirty(1);
-    if (output->getOutputs()) output->dirtyOutputs();
+    output->dirtyOutputs();
   });
   setFlag(PROPAGATING_FLAG, false);
 }

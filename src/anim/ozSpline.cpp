@@ -26,8 +26,7 @@ ozSpline::~ozSpline() { destroyFieldContents(_ClassType); }
 
 void ozSpline::eval() {
   unsigned int const count = _key.getCount();
-  ozFieldArray const *const outputs = _weightField->getOutputs();
-  if (!outputs || !outputs->getCount() || !count) return;
+  if (!_weightField->getOutputEnds().getCount() || !count) return;
   unsigned int i = 0;
   for (; i < count && _key[i] <= _fraction; ++i) _weightField->set(i, 0.0f);
   if (i == count) return;

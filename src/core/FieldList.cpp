@@ -7,6 +7,11 @@ static unsigned long keyOf(ozField *field) { return reinterpret_cast<unsigned lo
 
 FieldList::Index::~Index() { free(block); }
 
+FieldList::~FieldList() {
+  delete followers;
+  dropIndex();
+}
+
 bool FieldList::has(ozField *field) { return (isIndexed() ? placeOf(field) : find(field)) >= 0; }
 
 void FieldList::add(ozField *field) {
@@ -14,8 +19,10 @@ void FieldList::add(ozField *field) {
   bool const indexed = isIndexed();
   if (_count == _size && indexed)
     spread();
+  else if (_count == _size && _inPlace && _size < FEW)
+    _size = FEW;
   else if (_count == _size)
-    setSize(2 * _count + 2);
+    setSize(2 * _count);
   append(field);
   if (indexed) number(field);
 }
@@ -55,8 +62,8 @@ void FieldList::makeIndex() {
 
 void FieldList::dropIndex() {
   if (_index && _inPlace) {
-    _array = reinterpret_cast<char *>(&_room);
-    _size = 1;
+    _array = reinterpret_cast<char *>(_room);
+    _size = FEW;
   }
   delete _index;
   _index = nullptr;

@@ -6,14 +6,14 @@
 
 /// The fields at the other ends of a field's connections, each once, in the order in which they came.
 ///
-/// A single one lies in the list itself. A long list keeps an index, so that nothing is searched, and taking a field
+/// A few lie in the list itself. A long list keeps an index, so that nothing is searched, and taking a field
 /// out moves only what lies between it and the nearer end.
 class OZ_API FieldList : public ozFieldArray {
 public:
-  FieldList() : ozFieldArray(&_room, 1), _room(nullptr), _index(nullptr) {}
+  FieldList() : ozFieldArray(_room, 1), _index(nullptr), _room() {}
   FieldList(FieldList const &) = delete;
   FieldList &operator=(FieldList const &) = delete;
-  ~FieldList() { dropIndex(); }
+  ~FieldList();
 
   bool has(ozField *field);
   /// Enters a field that is not there, at the end.
@@ -21,8 +21,11 @@ public:
   /// Takes a field out; the others keep their order. Returns whether it was there.
   bool take(ozField *field);
 
+  /// Of a list of outputs: fields that were connected, are no longer, and still have this one as their source.
+  FieldList *followers = nullptr;
+
 private:
-  enum : unsigned int { LONG = 32 };
+  enum : unsigned int { FEW = 4, LONG = 32 };
 
   /// Where the fields of a long list stand. A place changes as others go, so each field has a number instead; numbers
   /// ascend along the list.
@@ -44,15 +47,8 @@ private:
   unsigned long numberOf(ozField *field) const;
   long int placeOf(ozField *field) const;
 
-  void *_room;
   Index *_index;
-};
-
-/// The fields that a field is connected to.
-struct OutputList : FieldList {
-  ~OutputList() { delete followers; }
-
-  FieldList *followers = nullptr; // were connected, are no longer, and still have this field as their source
+  void *_room[FEW];
 };
 
 #endif

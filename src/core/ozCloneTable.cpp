@@ -97,13 +97,13 @@ void ozCloneTable::connectPending() {
 // Points back at the source of an earlier time.
 void ozField::restore(ozField *source, int dirty) {
   setSource(source);
-  if (source && !source->isConnectedTo(this)) source->addFollower(this);
+  if (source && !source->_outputs.has(this)) source->addFollower(this);
   setDirty(dirty);
 }
 
 void ozField::copyConnections(ozField *from, ozCloneTable *table) {
-  for (unsigned int i = 0; from->_inputs && i < from->_inputs->getCount(); ++i) {
-    ozField *const input = from->_inputs->get(i);
+  for (unsigned int i = 0; i < from->_inputs.getCount(); ++i) {
+    ozField *const input = from->_inputs.get(i);
     if (ozCloneTable::Connection *const record = table->takeConnection(input, from, from)) {
       if (record->tied) {
         record->cloneFrom->disconnect(from);
@@ -116,8 +116,8 @@ void ozField::copyConnections(ozField *from, ozCloneTable *table) {
       table->addClonedConnection(input, from, input, this);
     }
   }
-  for (unsigned int i = 0; from->_outputs && i < from->_outputs->getCount(); ++i) {
-    ozField *const output = from->_outputs->get(i);
+  for (unsigned int i = 0; i < from->_outputs.getCount(); ++i) {
+    ozField *const output = from->_outputs.get(i);
     if (ozCloneTable::Connection *const record = table->takeConnection(from, output, from)) {
       from->disconnect(record->cloneTo); // stands behind `output`, so that the loop's place holds
       connect(record->cloneTo);

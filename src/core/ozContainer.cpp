@@ -210,8 +210,7 @@ void ozContainer::freeUnconnectedFields() {
   if ((engine && isOfType(engine)) || _fields.isEmpty()) return;
   ozField::cleanFields();
   _fields.keepIf([](ozField *field) {
-    bool const connected = (field->getInputs() && field->getInputs()->getCount()) ||
-                           (field->getOutputs() && field->getOutputs()->getCount());
+    bool const connected = field->getInputEnds().getCount() || field->getOutputEnds().getCount();
     if (connected || field->getType()->isDerivedFrom(ozMField::getClassType())) return true;
     delete field;
     return false;
@@ -233,7 +232,7 @@ void ozContainer::touchFieldObject(short id) {
     ozField *const source = field->_source;
     if (source && source->_dirty) source->_parent->cleanFieldInputs(source);
   }
-  if (!field->_busy && field->_outputs) {
+  if (!field->_busy && field->_outputs.getCount()) {
     field->_busy = 1;
     field->dirtyOutputs();
     field->_busy = 0;
@@ -243,7 +242,7 @@ void ozContainer::touchFieldObject(short id) {
 void ozContainer::dirtyFieldOutputs(ozField *f) {
   f->setDirty(1);
   f->_busy = 1;
-  if (f->_outputs) f->dirtyOutputs();
+  f->dirtyOutputs();
   f->_busy = 0;
 }
 

@@ -27,29 +27,18 @@ void ozField::initClass() {
   if (!_ClassType) _ClassType = new ozType(nullptr, "ozField");
 }
 
-static FieldList *listOf(ozFieldArray *fields) { return static_cast<FieldList *>(fields); }
-static OutputList *outputList(ozFieldArray *fields) { return static_cast<OutputList *>(fields); }
-
 ozField::ozField(ozContainer *parent, short id)
-    : _parent(parent), _id(id), _dirty(0), _busy(0), _delivers(0), _eventClass(EVENT_ANY), _source(nullptr),
-      _outputs(nullptr), _inputs(nullptr) {
+    : _parent(parent), _id(id), _dirty(0), _busy(0), _delivers(0), _eventClass(EVENT_ANY), _source(nullptr), _outputs(),
+      _inputs() {
   _parent->addField(this);
 }
 
 ozField::~ozField() {
-  for (unsigned int n = _inputs ? _inputs->getCount() : 0; n > 0 && _inputs->getCount(); --n)
-    _inputs->get(0)->disconnect(this);
-  delete listOf(_inputs);
-  for (unsigned int n = _outputs ? _outputs->getCount() : 0; n > 0 && _outputs->getCount(); --n)
-    disconnect(_outputs->get(0));
-
   setSource(nullptr);
-  while (_outputs && outputList(_outputs)->followers) {
-    FieldList &followers = *outputList(_outputs)->followers;
-    if (!followers.getCount()) break;
-    followers[followers.getCount() - 1]->setSource(nullptr);
-  }
-  delete outputList(_outputs);
+  for (unsigned int n = _inputs.getCount(); n > 0 && _inputs.getCount(); --n) _inputs.get(0)->disconnect(this);
+  for (unsigned int n = _outputs.getCount(); n > 0 && _outputs.getCount(); --n) disconnect(_outputs.get(0));
+  if (FieldList *const followers = getFollowers())
+    while (followers->getCount()) followers->get(followers->getCount() - 1)->setSource(nullptr);
 
   if (!DirtyFields.isEmpty()) {
     ozDirtyFieldList kept; // comes out in reverse order, and goes back so
@@ -76,6 +65,14 @@ void ozField::setEventClass(EventClassEnum eventClass) {
   ozArray::countMove(); // edits may no longer be announced: who keeps addresses has to look again
 }
 
+// They are made into arrays behind the back of the caller, for whom nothing changes.
+ozFieldArray *ozField::getInputs() const {
+  return _inputs.wereAny() ? const_cast<ozFieldEnds &>(_inputs).makeList() : nullptr;
+}
+ozFieldArray *ozField::getOutputs() const {
+  return _outputs.wereAny() ? const_cast<ozFieldEnds &>(_outputs).makeList() : nullptr;
+}
+
 // Keeps track of who still points here after a disconnection, so that a field that dies leaves no pointer to itself.
 void ozField::setSource(ozField *source) {
   if (source == _source) return;
@@ -83,38 +80,36 @@ void ozField::setSource(ozField *source) {
   _source = source;
 }
 
-bool ozField::isConnectedTo(ozField *target) const { return _outputs && listOf(_outputs)->has(target); }
+FieldList *ozField::getFollowers() const {
+  return _outputs._ends && !(_outputs._ends & ozFieldEnds::SINGLE)
+             ? static_cast<FieldList *>(_outputs.list())->followers
+             : nullptr;
+}
 
 void ozField::addFollower(ozField *field) {
-  if (!_outputs) _outputs = new OutputList;
-  FieldList *&followers = outputList(_outputs)->followers;
+  FieldList *&followers = _outputs.makeList()->followers;
   if (!followers) followers = new FieldList;
   if (!followers->has(field)) followers->add(field);
 }
 
 void ozField::dropFollower(ozField *field) {
-  if (_outputs && outputList(_outputs)->followers) outputList(_outputs)->followers->take(field);
+  if (FieldList *const followers = getFollowers()) followers->take(field);
 }
 
 void ozField::connect(ozField *target) {
-  if (_eventClass == EVENT_IN_ONLY || target->_eventClass == EVENT_OUT_ONLY) return;
-  if (isConnectedTo(target)) return;
-  if (!_outputs) _outputs = new OutputList;
-  listOf(_outputs)->add(target);
-  if (!target->_inputs) target->_inputs = new FieldList;
-  listOf(target->_inputs)->add(this);
+  if (_eventClass == EVENT_IN_ONLY || target->_eventClass == EVENT_OUT_ONLY || _outputs.has(target)) return;
+  _outputs.add(target);
+  target->_inputs.add(this);
   dropFollower(target);
   target->setSource(this);
   target->_parent->dirtyFieldOutputs(target);
 }
 
 void ozField::disconnect(ozField *target) {
-  if (!_outputs) return;
-  if (listOf(_outputs)->take(target)) {
-    if (target->_inputs) {
-      listOf(target->_inputs)->take(this);
-      if (!target->_inputs->getCount()) target->_parent->_dirtyMask &= ~ozContainer::narrowBit(target->_id);
-    }
+  if (!_outputs.wereAny()) return;
+  if (_outputs.take(target)) {
+    target->_inputs.take(this);
+    if (!target->_inputs.getCount()) target->_parent->_dirtyMask &= ~ozContainer::narrowBit(target->_id);
     // The target's source stays, which is meant: with other inputs left, its mask bit may still be set.
     if (target->_source == this) addFollower(target);
   }
@@ -125,16 +120,16 @@ void ozField::disconnect(ozField *target) {
 // ahead are on their way while a target is marked.
 void ozField::prefetchOutput(unsigned int i) const {
   unsigned int const near = 4, far = 8;
-  if (i + far >= _outputs->getCount()) return;
-  __builtin_prefetch(_outputs->get(i + far));
-  __builtin_prefetch(_outputs->get(i + near)->_parent);
+  if (i + far >= _outputs.getCount()) return;
+  __builtin_prefetch(_outputs.get(i + far));
+  __builtin_prefetch(_outputs.get(i + near)->_parent);
 }
 
 void ozField::dirtyOutputs() {
-  unsigned int const count = _outputs ? _outputs->getCount() : 0;
-  for (unsigned int i = 0; i < count && i < _outputs->getCount(); ++i) {
+  unsigned int const count = _outputs.getCount();
+  for (unsigned int i = 0; i < count && i < _outputs.getCount(); ++i) {
     prefetchOutput(i);
-    ozField *const output = _outputs->get(i);
+    ozField *const output = _outputs.get(i);
     if (output->_busy) {
       _parent->cleanFieldInputs(this); // a cycle has closed: this field is settled at once
     } else {

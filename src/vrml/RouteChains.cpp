@@ -22,8 +22,8 @@ bool RouteChains::raise(ozField *field, long length) {
   if (length > MaxLength) return false;
   _lengths.enter(key, entryOf(length, Walked));
   bool fits = true;
-  for (unsigned int i = 0; field->getOutputs() && i < field->getOutputs()->getCount() && fits; ++i)
-    fits = raise(field->getOutputs()->get(i), length + 1);
+  for (unsigned int i = 0; i < field->getOutputEnds().getCount() && fits; ++i)
+    fits = raise(field->getOutputEnds().get(i), length + 1);
   // Inside an engine the inputs are connected to the trigger, and that marks the outputs.
   ozContainer *const parent = field->getParent();
   if (field->getId() == TriggerField && parent->isOfType(ozEngine::getClassType())) {

@@ -79,8 +79,8 @@ template <class End> bool anyConnection(ozContainer *obj, End end) {
   for (int id = 0; id < obj->getType()->getFieldInfoCount(); ++id) {
     ozField *const field = obj->findFieldObject(id);
     if (!field) continue;
-    for (ozFieldArray *ends : {field->getInputs(), field->getOutputs()})
-      for (unsigned int i = 0; ends && i < ends->getCount(); ++i)
+    for (ozFieldEnds const *ends : {&field->getInputEnds(), &field->getOutputEnds()})
+      for (unsigned int i = 0; i < ends->getCount(); ++i)
         if (ends->get(i)->getParent() != obj && end(ends->get(i)->getParent())) return true;
   }
   return false;
@@ -186,8 +186,8 @@ private:
   Extent from(ozField *field) {
     return walk(field, [&](auto const &add) {
       if (field == _target && !add(from(_source))) return;
-      for (unsigned int i = 0; field->getInputs() && i < field->getInputs()->getCount(); ++i)
-        if (!add(from(field->getInputs()->get(i)))) return;
+      for (unsigned int i = 0; i < field->getInputEnds().getCount(); ++i)
+        if (!add(from(field->getInputEnds().get(i)))) return;
       elements(field->getFieldInfo(), field->getParent(), add);
     });
   }

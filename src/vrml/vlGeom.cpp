@@ -137,11 +137,11 @@ void vlGeom::computeNorms(ozIndexedFaceSet *set, float creaseAngle) {
 void vlGeom::calcStaticBound(ozIndexedFaceSet *set) {
   ozCoordSet *const coords = set->getCoordSet();
   ozField *const points = coords ? coords->findFieldObject(0) : nullptr;
-  ozFieldArray *const sources = points ? points->getInputs() : nullptr;
-  if (!sources || !sources->getCount()) return;
+  if (!points || !points->getInputEnds().getCount()) return;
+  ozFieldEnds const &sources = points->getInputEnds();
   ozBoxBound box;
-  for (unsigned int i = 0; i < sources->getCount(); ++i) {
-    ozContainer *const owner = sources->get(i)->getParent();
+  for (unsigned int i = 0; i < sources.getCount(); ++i) {
+    ozContainer *const owner = sources.get(i)->getParent();
     // Left out are those that could be bounded: meant so.
     if (owner->isOfType(ozCoordinateInterpolator::getClassType())) continue;
     ozField *const values = owner->getField("keyValue");

@@ -153,10 +153,79 @@ TEST_F(WideConnection, AListWhoseRoomSomebodyChangedStaysWhole) {
   EXPECT_EQ(expected, contents(hub.number()->getOutputs()));
 }
 
-TEST_F(WideConnection, AFieldsFirstConnectionMakesListsOfRoomForOne) {
-  hub.number()->connect(field(0));
-  EXPECT_EQ(1u, hub.number()->getOutputs()->getSize());
-  EXPECT_EQ(1u, field(0)->getInputs()->getSize());
+TEST(ConnectionArrays, AreOfSizeOneAtTheFirstConnection) {
+  Thing a, b;
+  EXPECT_EQ(nullptr, a.number()->getOutputs());
+  EXPECT_EQ(nullptr, b.number()->getInputs());
+  a.number()->connect(b.number());
+  EXPECT_EQ(1u, a.number()->getOutputs()->getSize());
+  EXPECT_EQ(1u, b.number()->getInputs()->getSize());
+  EXPECT_EQ(nullptr, a.number()->getInputs());
+  EXPECT_EQ(nullptr, b.number()->getOutputs());
+}
+
+TEST(ConnectionArrays, StayEmptyWhenTheLastConnectionGoesWhetherAskedForBeforeOrNot) {
+  for (bool asked : {false, true}) {
+    Thing a, b;
+    a.number()->connect(b.number());
+    ozFieldArray *const outputs = asked ? a.number()->getOutputs() : nullptr;
+    a.number()->disconnect(b.number());
+    ASSERT_NE(nullptr, a.number()->getOutputs());
+    ASSERT_NE(nullptr, b.number()->getInputs());
+    EXPECT_EQ(0u, a.number()->getOutputs()->getCount());
+    EXPECT_EQ(0u, b.number()->getInputs()->getCount());
+    EXPECT_EQ(asked ? outputs : a.number()->getOutputs(), a.number()->getOutputs());
+    a.number()->connect(b.number());
+    EXPECT_EQ(Fields{b.number()}, contents(a.number()->getOutputs()));
+    EXPECT_EQ(Fields{a.number()}, contents(b.number()->getInputs()));
+  }
+}
+
+TEST(ConnectionArrays, FollowConnectionsMadeLater) {
+  Thing a, b, c;
+  a.number()->connect(b.number());
+  ozFieldArray *const outputs = a.number()->getOutputs();
+  a.number()->connect(c.number());
+  EXPECT_EQ((Fields{b.number(), c.number()}), contents(outputs));
+  a.number()->disconnect(b.number());
+  EXPECT_EQ(Fields{c.number()}, contents(outputs));
+}
+
+TEST(ConnectionArrays, HoldTheEndsThatAFieldGivesWithoutThem) {
+  Thing a, targets[6];
+  ozFieldEnds const &ends = a.number()->getOutputEnds();
+  EXPECT_FALSE(ends.wereAny());
+  EXPECT_EQ(0u, ends.getCount());
+  Fields expected;
+  for (Thing &target : targets) {
+    a.number()->connect(target.number());
+    expected.push_back(target.number());
+    ASSERT_EQ(expected.size(), ends.getCount());
+    for (unsigned int i = 0; i < ends.getCount(); ++i) EXPECT_EQ(expected[i], ends.get(i));
+  }
+  EXPECT_EQ(expected, contents(a.number()->getOutputs()));
+  for (Thing &target : targets) a.number()->disconnect(target.number());
+  EXPECT_TRUE(ends.wereAny());
+  EXPECT_EQ(0u, ends.getCount());
+}
+
+TEST(ConnectionArrays, AFieldTiedToItselfDiesInPeace) {
+  Thing *const a = new Thing;
+  a->number()->connect(a->number());
+  EXPECT_EQ(Fields{a->number()}, contents(a->number()->getInputs()));
+  delete a;
+}
+
+TEST(ConnectionArrays, DisconnectingWhereNothingWasEverConnectedLeavesTheMarkOfTheOther) {
+  Thing a, b;
+  b.number()->setDirty(1);
+  a.number()->disconnect(b.number());
+  EXPECT_TRUE(b.number()->isDirty());
+  a.number()->connect(b.number());
+  a.number()->disconnect(b.number());
+  b.number()->setDirty(1);
+  a.number()->disconnect(b.number()); // not connected, but the array exists: the mark goes
+  EXPECT_FALSE(b.number()->isDirty());
 }
 
 } // namespace
