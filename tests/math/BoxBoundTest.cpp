@@ -224,6 +224,20 @@ TEST(BoxBound, CalcNormTellsTheFaceOfAPoint) {
   EXPECT_EQ(b.max, ozVec3f(1, 0, 0));
 }
 
+TEST(BoxBound, CalcNormLeavesOutWhatLiesATenThousandthFromAFace) {
+  ozBoxBound b = box(0, 0, 0, 20000, 20000, 20000); // the tolerance is 2
+  ozVec3f n;
+  for (float x : {2.0f, 19998.0f}) {
+    n.set(9, 9, 9);
+    b.calcNorm(ozVec3f(x, 10000, 10000), n);
+    EXPECT_EQ(n, ozVec3f()) << x;
+  }
+  b.calcNorm(ozVec3f(1.99f, 10000, 10000), n);
+  EXPECT_EQ(n, ozVec3f(-1, 0, 0));
+  b.calcNorm(ozVec3f(19998.01f, 10000, 10000), n);
+  EXPECT_EQ(n, ozVec3f(1, 0, 0));
+}
+
 TEST(BoxBound, IsEqualIfAllSixNumbersAre) {
   EXPECT_TRUE(cube() == cube());
   EXPECT_FALSE(cube() != cube());
@@ -301,6 +315,31 @@ TEST(BoxBoundIsect, AlongAnAxisTheOtherTwoMustHoldTheOrigin) {
 TEST(BoxBoundIsect, ASegmentParallelToTheThirdAxisFacesIsNotTestedAgainstThem) {
   // In a plane far above the box on z, and yet it is found.
   expectIsect(cube(), seg(ozVec3f(-2, -2, 50), ozVec3f(1, 1, 0), 100), 3, std::sqrt(2.0f), 3 * std::sqrt(2.0f));
+}
+
+// As seg, but the direction as it is.
+ozSeg rawSeg(ozVec3f const &origin, ozVec3f const &direction, float length) {
+  ozSeg s;
+  s.setOrigin(origin);
+  s.setDirection(direction);
+  s.setLength(length);
+  return s;
+}
+
+TEST(BoxBoundIsect, ASegmentIsParallelToFacesBelowTheTinyEpsilon) {
+  // Below it on the second axis, the third is tested by the origin; above it, the third is not tested at all.
+  expectIsect(cube(), rawSeg(ozVec3f(-2, 0, 50), ozVec3f(1, 0.9e-15f, 0), 9), 0, -9, -9);
+  expectIsect(cube(), rawSeg(ozVec3f(-2, 0, 50), ozVec3f(1, 1.1e-15f, 0), 9), 3, 1, 3);
+  // On the third axis the faces count only above it.
+  expectIsect(cube(), rawSeg(ozVec3f(-2, -2, 50), ozVec3f(1, 1, 0.9e-15f), 9), 3, 1, 3);
+  expectIsect(cube(), rawSeg(ozVec3f(-2, -2, 50), ozVec3f(1, 1, 1.1e-15f), 9), 0, -9, -9);
+}
+
+TEST(BoxBoundIsect, TouchingIsEnough) {
+  expectIsect(cube(), rawSeg(ozVec3f(-3, 0, 0), ozVec3f(1, 0, 0), 2), 19, 2, 2); // ends on the face
+  expectIsect(cube(), rawSeg(ozVec3f(1, 0, 0), ozVec3f(1, 0, 0), 9), 11, 0, 0);  // starts on it and leaves
+  expectIsect(cube(), rawSeg(ozVec3f(-2, -4, 0), ozVec3f(1, 1, 0), 9), 3, 3, 3); // x from 1 to 3, y from 3 to 5
+  expectIsect(cube(), rawSeg(ozVec3f(-4, -2, 0), ozVec3f(1, 1, 0), 9), 3, 3, 3); // x from 3 to 5, y from 1 to 3
 }
 
 TEST(BoxBoundIsect, AnEmptyBoxIsMissed) {

@@ -235,6 +235,17 @@ TEST(Vec3f, PlanesWithoutACommonPointGiveZero) {
   EXPECT_EQ(v, ozVec3f());
 }
 
+TEST(Vec3f, PlanesMeetAsSoonAsTheirDeterminantReaches1e6) {
+  ozVec3f v;
+  // x = 2 and x + 1.1e-6 y = 3, where y = 1 / 1.1e-6; with the last two turned round the determinant is negative.
+  v.set(plane(1, 0, 0, 2), plane(1, 1.1e-6f, 0, 3), plane(0, 0, 1, 4));
+  EXPECT_NEAR(v[1] * 1.1e-6, 1, 1e-4);
+  v.set(plane(1, 0, 0, 2), plane(0, 0, 1, 4), plane(1, 1.1e-6f, 0, 3));
+  EXPECT_NEAR(v[1] * 1.1e-6, 1, 1e-4);
+  v.set(plane(1, 0, 0, 2), plane(0, 0, 1, 4), plane(1, 0.9e-6f, 0, 3));
+  EXPECT_EQ(v, ozVec3f());
+}
+
 TEST(Vec3f, ThePointOfThreePlanesMayBeThePlanesOwnNormal) {
   ozPlane p = plane(1, 0, 0, 2);
   p.normal.set(p, plane(0, 1, 0, 3), plane(0, 0, 1, 4));

@@ -201,6 +201,35 @@ TEST(Frustum, AnAspectRatioOfZeroOrLessIsIgnored) {
   }
 }
 
+// A perspective that is called orthographic, but whose planes are not yet those of a brick.
+ozFrustum staleBrick() {
+  ozFrustum f = square();
+  f.makeOrtho(-1, 1, -1, 1);
+  return f;
+}
+
+bool hasPlanesOfABrick(ozFrustum const &f) { return !f.contains(ozVec3f(5, 0, -9)); }
+
+TEST(Frustum, EqualDistancesAndAFreeAspectRatioComputeNothing) {
+  ozFrustum f = staleBrick();
+  f.setNearFar(1, 10);
+  f.setAspectRatio(2);
+  EXPECT_EQ(f.getAspectRatio(), 2);
+  EXPECT_FALSE(hasPlanesOfABrick(f));
+}
+
+TEST(Frustum, AnyNewDistanceAndEveryAspectModeComputeThePlanes) {
+  ozFrustum f = staleBrick();
+  f.setNearFar(1, 11);
+  EXPECT_TRUE(hasPlanesOfABrick(f));
+  f = staleBrick();
+  f.setNearFar(2, 10);
+  EXPECT_TRUE(hasPlanesOfABrick(f));
+  f = staleBrick();
+  f.setAspectMode(ozFrustum::FREE_ASPECT); // the one it has
+  EXPECT_TRUE(hasPlanesOfABrick(f));
+}
+
 TEST(Frustum, CopyTakesAllMembers) {
   ozFrustum f, from;
   from.makePersp(-1, 2, -3, 4);

@@ -206,6 +206,18 @@ TEST(Matrix4f, ANearlyUnitAxisIsNormalisedToFirstOrder) {
   EXPECT_NEAR(m[1][1], -1, 1e-7);
 }
 
+TEST(Matrix4f, TheShortcutForANearlyUnitAxisEndsAt0_9996And1_001) {
+  // About the exact axis half a turn has -1 there. The shortcut would leave 4e-7 at L2 = 0.9995, 1.8e-6 at 1.0011.
+  ozMatrix4f m;
+  for (float square : {0.9995f, 1.0011f}) {
+    m.makeRot(std::sqrt(square), 0, 0, PI);
+    EXPECT_NEAR(m[1][1], -1, 1.5e-7) << square;
+  }
+  float const x = std::sqrt(1.00095f); // 1 - 2 * 1.00095 * (1.5 - 0.500475)^2 is 1.35e-6 above -1
+  m.makeRot(x, 0, 0, PI);
+  EXPECT_NEAR(m[1][1] + 1, 1.35e-6, 3e-7);
+}
+
 TEST(Matrix4f, EulerAnglesTurnAboutYThenXThenZ) {
   float const degree = 0.017453292f;
   ozMatrix4f a, b, c, m;
@@ -265,6 +277,15 @@ TEST(Matrix4f, TheAxisOfOppositeVectorsComesFromTheSmallestComponent) {
   EXPECT_TRUE(approx(m, scale(-1, -1, 1), 1e-6f));
   m.makeVecRotVec(ozVec3f(0, 0, 1), ozVec3f(0, 0, -1)); // e = X again, and the axis is Y
   EXPECT_TRUE(approx(m, scale(-1, 1, -1), 1e-6f));
+}
+
+TEST(Matrix4f, TheAxisOfOppositeVectorsComesFromZIfThatIsTheSmallest) {
+  // Half a turn about n is 2 n n - 1. from x Z is (0.8, -0.6, 0) and (0.6, -0.8, 0).
+  ozMatrix4f m;
+  m.makeVecRotVec(ozVec3f(0.6f, 0.8f, 0), ozVec3f(-0.6f, -0.8f, 0));
+  EXPECT_TRUE(approx(m, ozMatrix4f(0.28f, -0.96f, 0, 0, -0.96f, -0.28f, 0, 0, 0, 0, -1, 0, 0, 0, 0, 1), 1e-6f));
+  m.makeVecRotVec(ozVec3f(0.8f, 0.6f, 0), ozVec3f(-0.8f, -0.6f, 0));
+  EXPECT_TRUE(approx(m, ozMatrix4f(-0.28f, -0.96f, 0, 0, -0.96f, 0.28f, 0, 0, 0, 0, -1, 0, 0, 0, 0, 1), 1e-6f));
 }
 
 TEST(Matrix4f, MultIsTheProductOfAffineMatrices) {
@@ -374,6 +395,27 @@ TEST(Matrix4f, ATransformMayBeAppliedInPlace) {
   EXPECT_TRUE(approx(m, product(r, affine())));
   m = affine(), m.postRot(m, 1, 2, 3, 0.5f);
   EXPECT_TRUE(approx(m, product(affine(), r)));
+}
+
+TEST(Matrix4f, TranslationsAndThePreScaleAreWholeProducts) { // not those of affine matrices alone
+  ozMatrix4f m;
+  m.preTrans(2, 3, 4, counted());
+  EXPECT_EQ(m, product(trans(2, 3, 4), counted()));
+  m.postTrans(counted(), 2, 3, 4);
+  EXPECT_EQ(m, product(counted(), trans(2, 3, 4)));
+  m.preScale(2, 3, 4, counted());
+  EXPECT_EQ(m, product(scale(2, 3, 4), counted()));
+}
+
+TEST(Matrix4f, ARotationInFrontOrBehindForcesTheFourthColumn) { // as mult does
+  ozMatrix4f m;
+  float x, y, z, w;
+  m.preRot(1, 2, 3, 0.5f, counted());
+  m.getCol(3, &x, &y, &z, &w);
+  EXPECT_EQ(ozVec4f(x, y, z, w), ozVec4f(0, 0, 0, 1));
+  m.postRot(counted(), 1, 2, 3, 0.5f);
+  m.getCol(3, &x, &y, &z, &w);
+  EXPECT_EQ(ozVec4f(x, y, z, w), ozVec4f(0, 0, 0, 1));
 }
 
 TEST(Matrix4f, PostScaleLeavesTheFourthColumn) {

@@ -197,6 +197,17 @@ TEST(GetOrthoRotation, TakesTheLargestDiagonalElementOtherwise) {
   EXPECT_TRUE(rotationIs(r, 1, 0, 0, 180, 1e-3f));
 }
 
+TEST(GetOrthoRotation, OfEqualDiagonalElementsTheFirstIsTheLargest) {
+  ozRotation r;
+  r = 0;
+  scale(-1, 0, 0).getOrthoRotation(r); // 1 and 2 are equal: root = sqrt(2) for 1, and the axis is Y
+  EXPECT_TRUE(rotationIs(r, 0, 1, 0, 180, 1e-3f));
+  scale(0, -1, 0).getOrthoRotation(r); // 0 and 2
+  EXPECT_TRUE(rotationIs(r, 1, 0, 0, 180, 1e-3f));
+  scale(0, 0, -1).getOrthoRotation(r); // 0 and 1
+  EXPECT_TRUE(rotationIs(r, 1, 0, 0, 180, 1e-3f));
+}
+
 TEST(GetOrthoRotation, OfTheIdentityIsNone) {
   ozRotation r(1, 0, 0, 1);
   ozMatrix4f().getOrthoRotation(r);

@@ -172,6 +172,20 @@ TEST(InvertFull, TakesTheAffineRoadForAMatrixWithoutATranslation) {
   EXPECT_EQ(m, ozMatrix4f(0.5f, 0, 0, 0, 0, 0.5f, 0, 0, 0, 0, 0.5f, 0, 0, 0, 0, 1));
 }
 
+TEST(InvertFull, TakesTheGeneralRoadForAnyElementOfTheLastRow) {
+  for (int i = 0; i < 4; i++) { // the affine road would go through the small row
+    ozMatrix4f a, m;
+    a.makeScale(1e-6f, 1, 1);
+    a[3][i] = 2;
+    EXPECT_EQ(m.invertFull(a), 0) << i;
+    EXPECT_EQ(m, ozMatrix4f()) << i;
+  }
+  ozMatrix4f a, m;
+  a[3][3] = 4; // the affine road would make it 1
+  EXPECT_EQ(m.invertFull(a), 1);
+  EXPECT_EQ(m, ozMatrix4f(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0.25f));
+}
+
 TEST(InvertFull, MakesTheIdentityIfThereIsNoInverse) {
   ozMatrix4f const counted(1, 2, 3, 4, 2, 4, 6, 8, 9, 10, 11, 12, 13, 14, 15, 16);
   ozMatrix4f m = affine();

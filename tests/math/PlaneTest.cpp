@@ -155,6 +155,23 @@ TEST(Plane, AParallelSegmentMissesItAtZero) {
   EXPECT_EQ(t, 0);
 }
 
+TEST(Plane, ASegmentThatStartsOnItMeetsItAtZero) {
+  float t = -9;
+  ozSeg s = seg(ozVec3f(5, 2, 5), ozVec3f(0, 1, 0), 3);
+  EXPECT_EQ(plane(0, 1, 0, 2).isect(&s, &t), 1);
+  EXPECT_EQ(t, 0);
+}
+
+TEST(Plane, ASegmentIsParallelBelowTheTinyEpsilon) {
+  float t = -9;
+  ozSeg s = seg(ozVec3f(0, 0, 0), ozVec3f(1, 2e-15f, 0), 3);
+  EXPECT_EQ(plane(0, 1, 0, 2).isect(&s, &t), 0);
+  EXPECT_FLOAT_EQ(t, 1e15f);
+  s.setDirection(1, 0.9e-15f, 0);
+  EXPECT_EQ(plane(0, 1, 0, 2).isect(&s, &t), 0);
+  EXPECT_EQ(t, 0);
+}
+
 TEST(Plane, TheInsidePartOfASegmentIsTold) {
   ozPlane p = plane(0, 1, 0, 2);
   float a = -9, b = -9;

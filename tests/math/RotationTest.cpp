@@ -199,6 +199,31 @@ TEST(Rotation, OfAVanishingDirectionIsComputedWithItAsItIs) {
   EXPECT_TRUE(approx(numbers(r), ozVec4f(0, 0, 0, 90), 1e-4f));
 }
 
+TEST(Rotation, OfAVanishingDirectionThatIsNotZeroIsNotNormalised) {
+  // As it is, 0.9e-5 long, the cosine is 0.9e-5: the angle is 90 less 0.0005. Normalised, the two would be the same.
+  ozRotation r(ozVec3f(0.9e-5f, 0, 0), ozVec3f(1, 0, 0));
+  EXPECT_TRUE(approx(numbers(r), ozVec4f(0, 0, 0, 90), 1e-3f));
+  r.set(ozVec3f(0, 2, 0), ozVec3f(0, -0.9e-5f, 0));
+  EXPECT_TRUE(approx(numbers(r), ozVec4f(0, 0, 0, 90), 1e-3f));
+  r.set(ozVec3f(1.1e-5f, 0, 0), ozVec3f(1, 0, 0)); // this one is normalised
+  EXPECT_EQ(numbers(r), ozVec4f());
+}
+
+TEST(Rotation, OfNearlyOppositeDirectionsHasNoAngleEither) {
+  ozRotation r(ozVec3f(1, 0, 0), ozVec3f(-1, 0.004f, 0)); // cosine -0.999992
+  EXPECT_TRUE(approx(numbers(r), ozVec4f(0, 0, 1, 0), 1e-6f));
+  r.set(ozVec3f(1, 0, 0), ozVec3f(-1, 0.005f, 0)); // cosine -0.9999875
+  EXPECT_TRUE(approx(numbers(r), ozVec4f(0, 0, 1, 180 - static_cast<float>(0.005 / DEGREE)), 1e-2f));
+}
+
+TEST(Rotation, TheAxisOfOppositeDirectionsTakesTheFirstUnitVectorThatIsNotNearlyParallel) {
+  // |from x X| = 0.9e-5 is too short, so from x Y = (0, 0, 1) counts; 1.1e-5 is not: from x X = (0, 0, -1.1e-5).
+  ozRotation r(ozVec3f(1, 0.9e-5f, 0), ozVec3f(-1, 0, 0));
+  EXPECT_TRUE(approx(numbers(r), ozVec4f(0, 0, 1, 0), 1e-4f));
+  r.set(ozVec3f(1, 1.1e-5f, 0), ozVec3f(-1, 0, 0));
+  EXPECT_TRUE(approx(numbers(r), ozVec4f(0, 0, -1, 0), 1e-4f));
+}
+
 TEST(Rotation, MultIsHamiltonsProduct) {
   ozRotation a = degrees(0, 0, 1, 90), b = degrees(1, 0, 0, 90), r;
   r.mult(a, b);
@@ -250,6 +275,12 @@ TEST(Rotation, MultVecTurnsAVector) {
   EXPECT_TRUE(approx(v, byMatrix));
 }
 
+TEST(Rotation, MultVecWithoutAnAxisScalesByTheSquareOfTheCosine) {
+  ozVec3f v; // q is (0, 0, 0, cos 30), and so q * v * conjugate of q is 0.75 v
+  degrees(0, 0, 0, 60).multVec(ozVec3f(4, -8, 12), v);
+  EXPECT_TRUE(approx(v, ozVec3f(3, -6, 9)));
+}
+
 // The weights by the published formula of slerp, but with omega = cos(d), as it is meant.
 ozRotation expectedSlerp(float t, ozRotation const &a, ozRotation const &b, float sign) {
   ozVec4f p = quaternion(a), q = quaternion(b), r;
@@ -289,6 +320,18 @@ TEST(Rotation, SlerpIsLinearBetweenNearlyIdenticalRotations) {
   EXPECT_TRUE(approx(numbers(r), numbers(a), 1e-3f));
   r.slerp(0.25f, a, b);
   EXPECT_TRUE(approx(numbers(r), ozVec4f(0, 0, 1, 40.05f), 1e-3f));
+}
+
+TEST(Rotation, SlerpTurnsFromLinearToCurvedAtACosineOfOneLess1e5) {
+  // Half of 0.5 degrees has the cosine 1 - 0.95e-5, half of 0.53 has 1 - 1.07e-5. A quarter of the way is 0.125 degrees
+  // by linear weights; the others, of the angle cos(1), make it 0.1325 * 1.0190 = 0.1350 degrees of 0.53.
+  ozRotation a = degrees(0, 0, 1, 40), r;
+  r.slerp(0.25f, a, degrees(0, 0, 1, 40.5f));
+  EXPECT_NEAR(r.getAngleDegrees(), 40.125, 5e-4);
+  r.slerp(0.25f, a, degrees(0, 0, 1, 40.53f));
+  double const omega = std::cos(1.0), b = std::sin(0.25 * omega), sum = std::sin(0.75 * omega) + b;
+  EXPECT_NEAR(r.getAngleDegrees(), 40 + 0.53 * b / sum, 5e-4);
+  EXPECT_GT(r.getAngleDegrees(), 40.1325 + 1.5e-3);
 }
 
 TEST(Rotation, SlerpOfNoRotationsIsAllZero) {

@@ -72,6 +72,15 @@ TEST(SphereBound, ExtendByAConcentricSphereTakesTheLargerRadius) {
   expectSphere(s, 1, 1, 1, 2, 0);
 }
 
+TEST(SphereBound, ExtendByANearlyConcentricSphereKeepsItsCentre) {
+  ozSphereBound s(0, 0, 0, 1), larger(1e-8f, 0, 0, 2); // 1e-16 is not above the tiny epsilon
+  s.extendBy(&larger);
+  expectSphere(s, 0, 0, 0, 2, 0);
+  ozSphereBound apart(1e-7f, 0, 0, 3); // 1e-14 is, and the larger one is copied
+  s.extendBy(&apart);
+  expectSphere(s, 1e-7f, 0, 0, 3, 0);
+}
+
 TEST(SphereBound, OfTwoSpheresOneInTheOtherTheLargerStands) {
   ozSphereBound s(0, 0, 0, 5), inner(1, 0, 0, 1);
   s.extendBy(&inner);
@@ -187,6 +196,14 @@ TEST(SphereBoundAround, ASphereWithoutANumberForARadiusIsPassedOver) {
   EXPECT_EQ(s.radius, INFINITY);
 }
 
+TEST(SphereBoundAround, AHugeRadiusIsARadius) {
+  ozSphereBound large(0, 0, 0, 2e10f), outsider(1e11f, 0, 0, 1e10f), s;
+  ozSphereBound const *spheres[] = {&large, &outsider};
+  s.around(spheres, 2); // from -2e10 to 11e10
+  EXPECT_FLOAT_EQ(s.center[0], 4.5e10f);
+  EXPECT_FLOAT_EQ(s.radius, 6.5e10f);
+}
+
 TEST(SphereBoundAround, TheResultMayBeOneOfTheSpheres) {
   ozSphereBound large(0, 0, 0, 3), first(10, 0, 0, 1), second(0, 20, 0, 1), expected;
   ozSphereBound const *spheres[] = {&large, &first, &second};
@@ -237,6 +254,17 @@ TEST(SphereBound, XformNeverShrinks) {
   expectSphere(s, 11, 21, 39, 12);
 }
 
+TEST(SphereBound, XformLooksAtThreeElementsOfARow) {
+  ozSphereBound const src(1, 2, 3, 4);
+  ozSphereBound s;
+  ozMatrix4f m;
+  m.setCol(3, 7, 7, 7, 1);
+  s.xform(&src, m);
+  expectSphere(s, 1, 2, 3, 4, 0);
+  s.orthoXform(&src, m);
+  expectSphere(s, 1, 2, 3, 4, 0);
+}
+
 TEST(SphereBound, OrthoXformScalesByTheFirstRow) {
   ozSphereBound const src(1, 2, 3, 4);
   ozSphereBound s;
@@ -277,6 +305,14 @@ TEST(SphereBound, IsectTellsWhereTheEndsAre) {
   expectIsect(s, ozVec3f(0, 1.2f, 0), 9, 3, 3.4f, 6.6f); // a 3-4-5 triangle
   expectIsect(s, ozVec3f(3, 0, 0), 4, 31, 0, 4);         // both bounds included
 }
+
+TEST(SphereBound, ASegmentThatEndsOrStartsOnItsSurfaceMeetsIt) {
+  ozSphereBound const s(5, 0, 0, 2);
+  expectIsect(s, ozVec3f(0, 0, 0), 3, 19, 3, 3);
+  expectIsect(s, ozVec3f(7, 0, 0), 9, 11, 0, 0);
+}
+
+TEST(SphereBound, ATangentMeetsItInOnePoint) { expectIsect(ozSphereBound(5, 0, 0, 2), ozVec3f(0, 2, 0), 9, 3, 5, 5); }
 
 TEST(SphereBound, IsectMisses) {
   ozSphereBound const s(5, 0, 0, 2);
