@@ -150,6 +150,13 @@ TEST(DList, ClearTouchesNoItem) {
   EXPECT_TRUE(list.isEmpty());
 }
 
+TEST(DList, IsOneLinkOfItsOwnRing) {
+  EXPECT_EQ(sizeof(DItemList), 2 * sizeof(void *));
+  EXPECT_EQ(sizeof(ozDLink), 2 * sizeof(void *));
+  EXPECT_EQ(sizeof(SItemList), 2 * sizeof(void *));
+  EXPECT_EQ(sizeof(DItemIter), 2 * sizeof(void *));
+}
+
 TEST(DLink, StartsOutsideAnyList) {
   DItem a('a');
   EXPECT_FALSE(a.isLinked());
