@@ -52,11 +52,19 @@ int ozPlane::contains(ozBoxBound const *box) const {
   if (!ozPlane::contains(nearest)) return 0;
   // Most boxes are far from the plane, so this spares their other corners.
   if (ozPlane::contains(farthest) && !box->ozBoxBound::isEmpty()) return 7;
+  // Where the normal has no component either end of the box is nearest; they differ if one of them is infinite.
+  auto isNearest = [&](int corner) {
+    for (int i = 0; i < 3; i++)
+      if (!(corner >> i & 1 ? normal._v[i] <= 0 : normal._v[i] >= 0)) return false;
+    return true;
+  };
   int inside = 0;
   for (int corner = 0; corner < 8; corner++) {
-    inside +=
-        ozPlane::contains(ozVec3f((corner & 1 ? box->max : box->min)._v[0], (corner & 2 ? box->max : box->min)._v[1],
-                                  (corner & 4 ? box->max : box->min)._v[2]));
+    if (ozPlane::contains(ozVec3f((corner & 1 ? box->max : box->min)._v[0], (corner & 2 ? box->max : box->min)._v[1],
+                                  (corner & 4 ? box->max : box->min)._v[2])))
+      inside++;
+    else if (isNearest(corner))
+      return 0;
   }
   return inside >= 6 ? 7 : 3; // six and not eight: meant
 }

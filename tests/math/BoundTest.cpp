@@ -1,8 +1,12 @@
 // What both kinds of bound share: the warnings of operations that a kind does not have.
+#include "math/slot.h"
 #include "oz/ozBound.h"
+#include "oz/ozSeg.h"
 #include "support/capture.h"
 
 #include <gtest/gtest.h>
+
+#include <type_traits>
 
 namespace {
 
@@ -88,6 +92,46 @@ TEST(Bound, TheBitsHaveTheirValues) {
   EXPECT_EQ(ozBound::BOUND_ALL_IN, 4);
   EXPECT_EQ(ozBound::BOUND_START_IN, 8);
   EXPECT_EQ(ozBound::BOUND_END_IN, 16);
+}
+
+TEST(Bound, HasNoDataAndNoVirtualDestructor) {
+  EXPECT_EQ(sizeof(BareBound), sizeof(void *));
+  EXPECT_FALSE(std::has_virtual_destructor<ozBound>::value);
+  EXPECT_FALSE(std::has_virtual_destructor<ozBoxBound>::value);
+  EXPECT_FALSE(std::has_virtual_destructor<ozSphereBound>::value);
+}
+
+TEST(Bound, HasItsOperationsInTheirSlots) {
+  if (slotOf(&ozBound::isEmpty) < 0) GTEST_SKIP() << "SKIPPED: slots are not known on this machine";
+  using Box = ozBoxBound const *;
+  using Sphere = ozSphereBound const *;
+  EXPECT_EQ(slotOf(&ozBound::makeEmpty), 0);
+  EXPECT_EQ(slotOf(&ozBound::isEmpty), 1);
+  EXPECT_EQ(slotOf(static_cast<void (ozBound::*)(Box)>(&ozBound::around)), 2);
+  EXPECT_EQ(slotOf(static_cast<void (ozBound::*)(Sphere)>(&ozBound::around)), 3);
+  EXPECT_EQ(slotOf(static_cast<void (ozBound::*)(Box *, int)>(&ozBound::around)), 4);
+  EXPECT_EQ(slotOf(static_cast<void (ozBound::*)(Sphere *, int)>(&ozBound::around)), 5);
+  EXPECT_EQ(slotOf(static_cast<void (ozBound::*)(ozVec3f const *, int)>(&ozBound::around)), 6);
+  EXPECT_EQ(slotOf(static_cast<void (ozBound::*)(Sphere)>(&ozBound::extendBy)), 7);
+  EXPECT_EQ(slotOf(static_cast<void (ozBound::*)(Box)>(&ozBound::extendBy)), 8);
+  EXPECT_EQ(slotOf(static_cast<void (ozBound::*)(ozVec3f const &)>(&ozBound::extendBy)), 9);
+  EXPECT_EQ(slotOf(static_cast<int (ozBound::*)(Sphere) const>(&ozBound::contains)), 10);
+  EXPECT_EQ(slotOf(static_cast<int (ozBound::*)(Box) const>(&ozBound::contains)), 11);
+  EXPECT_EQ(slotOf(static_cast<int (ozBound::*)(ozVec3f const &) const>(&ozBound::contains)), 12);
+  EXPECT_EQ(slotOf(&ozBound::isect), 13);
+}
+
+TEST(Bound, WithoutAPlaceForTheFirstDistanceIsectStoresNeither) {
+  ozBoxBound aBox = box();
+  aBox.extendBy(ozVec3f());
+  ozSphereBound const aSphere(0, 0, 0, 1);
+  ozSeg segment;
+  segment.makePts(ozVec3f(), ozVec3f(9, 0, 0));
+  for (ozBound const *bound : {static_cast<ozBound const *>(&aBox), static_cast<ozBound const *>(&aSphere)}) {
+    float far = -9;
+    EXPECT_EQ(bound->isect(&segment, nullptr, &far), 11);
+    EXPECT_EQ(far, -9);
+  }
 }
 
 TEST(Bound, IsItsVirtualTableAndItsNumbers) {

@@ -91,6 +91,9 @@ TEST(BoxBound, AroundBoxesHoldsAllOfThem) {
   EXPECT_EQ(result, cube());
   result.around(boxes, 0);
   EXPECT_TRUE(result.isEmpty());
+  result = cube();
+  result.around(boxes, -1);
+  EXPECT_TRUE(result.isEmpty());
   ozBoxBound const *reversed[] = {&b, &a};
   a.around(reversed, 2); // the result is one of the boxes
   EXPECT_EQ(a, box(-1, -1, -1, 4, 1, 9));
@@ -123,9 +126,11 @@ TEST(BoxBound, AroundSpheresPassesOverEmptyOnes) {
   EXPECT_EQ(b, box(0, 1, 2, 5, 3, 4));
   b.around(spheres, 1);
   EXPECT_TRUE(b.isEmpty());
-  b = cube();
-  b.around(spheres, 0);
-  EXPECT_TRUE(b.isEmpty());
+  for (int none : {0, -1}) {
+    b = cube();
+    b.around(spheres, none);
+    EXPECT_TRUE(b.isEmpty());
+  }
 }
 
 TEST(BoxBound, ContainsAPointOnEachFace) {
@@ -238,6 +243,15 @@ TEST(BoxBound, CalcNormLeavesOutWhatLiesATenThousandthFromAFace) {
   EXPECT_EQ(n, ozVec3f(1, 0, 0));
 }
 
+TEST(BoxBound, CalcNormFindsNoFaceAcrossAnAxisWithoutAnExtent) {
+  ozBoxBound b = box(5, 0, 0, 5, 2, 2); // the tolerance on x is 0, and nothing lies strictly within it
+  ozVec3f n;
+  b.calcNorm(ozVec3f(5, 2, 0), n);
+  EXPECT_EQ(n, ozVec3f(0, 1, 0));
+  b.calcNorm(ozVec3f(5, 1, 1), n);
+  EXPECT_EQ(n, ozVec3f());
+}
+
 TEST(BoxBound, IsEqualIfAllSixNumbersAre) {
   EXPECT_TRUE(cube() == cube());
   EXPECT_FALSE(cube() != cube());
@@ -333,6 +347,32 @@ TEST(BoxBoundIsect, ASegmentIsParallelToFacesBelowTheTinyEpsilon) {
   // On the third axis the faces count only above it.
   expectIsect(cube(), rawSeg(ozVec3f(-2, -2, 50), ozVec3f(1, 1, 0.9e-15f), 9), 3, 1, 3);
   expectIsect(cube(), rawSeg(ozVec3f(-2, -2, 50), ozVec3f(1, 1, 1.1e-15f), 9), 0, -9, -9);
+}
+
+TEST(BoxBoundIsect, OfEqualDirectionsTheThirdAxisIsZOrWithASteepZX) {
+  // At the tiny epsilon itself the second axis is tested by its faces and the third is not tested at all, so the order
+  // shows: y is second if it equals z or x, and x if it equals z.
+  float const t = 1e-15f;
+  struct {
+    ozVec3f direction, origin;
+    int tested, untested;
+  } const cases[] = {{ozVec3f(1, t, t), ozVec3f(-2, 0, 0), 1, 2},
+                     {ozVec3f(t, 1, t), ozVec3f(0, -2, 0), 0, 2},
+                     {ozVec3f(t, t, 1), ozVec3f(0, 0, -2), 1, 0}};
+  for (auto const &c : cases) {
+    ozVec3f origin = c.origin;
+    origin[c.untested] = 50;
+    expectIsect(cube(), rawSeg(origin, c.direction, 9), 3, 1, 3);
+    origin = c.origin;
+    origin[c.tested] = 50;
+    expectIsect(cube(), rawSeg(origin, c.direction, 9), 0, -9, -9);
+  }
+}
+
+TEST(BoxBoundIsect, OnlyOnXIsABoxSeenToBeEmpty) {
+  // The faces of y are sorted by their distances like any others.
+  expectIsect(box(-1, 1, -1, 1, -1, 1), rawSeg(ozVec3f(-2, -2, 0), ozVec3f(1, 1, 0), 9), 3, 1, 3);
+  expectIsect(box(1, -1, -1, -1, 1, 1), rawSeg(ozVec3f(-2, -2, 0), ozVec3f(1, 1, 0), 9), 0, -9, -9);
 }
 
 TEST(BoxBoundIsect, TouchingIsEnough) {

@@ -1,4 +1,5 @@
 #include "math/approx.h"
+#include "math/slot.h"
 #include "oz/ozFrustum.h"
 
 #include <gtest/gtest.h>
@@ -58,6 +59,18 @@ TEST(Frustum, StartsWithTheTangentOfTwentyTwoAndAHalfRadians) {
   EXPECT_EQ(c.top, 0.5578517f);
   EXPECT_NEAR(c.top, std::tan(22.5), 1e-6);
   expectCorners(f, -c.top, c.top, -c.top, c.top, 1, 1000);
+}
+
+TEST(Frustum, HasItsOperationsInTheirSlots) {
+  if (slotOf(&ozFrustum::copy) < 0) GTEST_SKIP() << "SKIPPED: slots are not known on this machine";
+  EXPECT_EQ(slotOf(&ozFrustum::copy), 2); // the destructor takes two
+  EXPECT_EQ(slotOf(static_cast<int (ozFrustum::*)(ozBoxBound const *) const>(&ozFrustum::contains)), 3);
+  EXPECT_EQ(slotOf(static_cast<int (ozFrustum::*)(ozSphereBound const *) const>(&ozFrustum::contains)), 4);
+  EXPECT_EQ(slotOf(static_cast<int (ozFrustum::*)(ozVec3f const &) const>(&ozFrustum::contains)), 5);
+}
+
+TEST(Frustum, ContainsWhatNoPlaneHasOutside) { // also a point that is none
+  EXPECT_EQ(ozFrustum().contains(ozVec3f(NAN, NAN, NAN)), 1);
 }
 
 TEST(Frustum, ContainsThePointsInFrontOfTheEye) {
@@ -313,6 +326,32 @@ TEST(FrustumSphere, EveryEdgeOfTheTableIsKnown) {
     EXPECT_EQ(containsSphere(f, px, py, pz, 1.3f), 1) << edge.x << edge.y << edge.z;  // beyond the 1.2
     EXPECT_EQ(containsSphere(f, px, py, pz, 1.75f), 3) << edge.x << edge.y << edge.z; // beyond 1.2 sqrt(2)
   }
+}
+
+TEST(FrustumSphere, BeyondAnEdgeWhoseCornerLiesFartherOutIsThree) {
+  // Outside the left and the far plane of a brick by 1 each. Its far corner is not where they meet but (-10, -10, -10):
+  // (8, 10, -1) from there along (-1, 0, -1) is -7. From (-1, -1, -10) it would be 2, and the result 1.
+  ozFrustum f;
+  f.makeOrtho(-1, 1, -1, 1);
+  f.setNearFar(1, 10);
+  EXPECT_EQ(containsSphere(f, -2, 0, -11, 2), 3);
+}
+
+TEST(FrustumSphere, OutsideThreePlanesOfWhichTwoFormAnEdgeIsOneHoweverFarFromThatEdge) {
+  // Beyond a corner by 0.9 along each axis, 1.56 from it, though each plane alone touches the sphere of radius 1.
+  ozFrustum f;
+  f.makeOrtho(-1, 1, -1, 1);
+  f.setNearFar(1, 10);
+  EXPECT_EQ(containsSphere(f, -1.9f, -1.9f, -0.1f, 1), 1);
+}
+
+TEST(FrustumSphere, ACentreOnAPlaneIsNotOutsideAndASphereThatTouchesFromInsideIsInside) {
+  ozFrustum f;
+  f.makeOrtho(-1, 1, -1, 1);
+  f.setNearFar(1, 10);
+  EXPECT_EQ(containsSphere(f, -1, -1, -1, 0.5f), 3); // on three planes, outside none
+  EXPECT_EQ(containsSphere(f, 0, 0, -5, 1), 7);      // touching four from inside
+  EXPECT_EQ(containsSphere(f, 2, 0, -5, 1), 3);      // touching one from outside
 }
 
 TEST(FrustumProjection, OfAPerspectiveIsThatOfOpenGL) {

@@ -1,4 +1,5 @@
 #include "math/approx.h"
+#include "math/slot.h"
 #include "oz/ozPlane.h"
 #include "oz/ozSeg.h"
 
@@ -22,6 +23,16 @@ void expectPlane(ozPlane const &p, float x, float y, float z, float offset) {
 TEST(Plane, StartsWithoutANormal) { EXPECT_EQ(ozPlane().normal, ozVec3f()); }
 
 TEST(Plane, IsItsVirtualTableAndItsNumbers) { EXPECT_EQ(sizeof(ozPlane), sizeof(void *) + 16); }
+
+TEST(Plane, HasItsOperationsInTheirSlots) {
+  if (slotOf(static_cast<int (ozPlane::*)(ozVec3f const &) const>(&ozPlane::contains)) < 0)
+    GTEST_SKIP() << "SKIPPED: slots are not known on this machine";
+  EXPECT_EQ(slotOf(static_cast<int (ozPlane::*)(ozVec3f const &) const>(&ozPlane::contains)), 0);
+  EXPECT_EQ(slotOf(static_cast<int (ozPlane::*)(ozSphereBound const *) const>(&ozPlane::contains)), 1);
+  EXPECT_EQ(slotOf(static_cast<int (ozPlane::*)(ozBoxBound const *) const>(&ozPlane::contains)), 2);
+  EXPECT_EQ(slotOf(static_cast<int (ozPlane::*)(ozSeg const *, float *, float *) const>(&ozPlane::isect)), 3);
+  EXPECT_EQ(slotOf(static_cast<int (ozPlane::*)(ozSeg const *, float *) const>(&ozPlane::isect)), 4);
+}
 
 TEST(Plane, ContainsThePointsBehindAndOnIt) {
   ozPlane p = plane(0, 1, 0, 2);
@@ -121,6 +132,34 @@ TEST(Plane, TheBoxTestAgreesWithTheCountOfAllCorners) {
   EXPECT_TRUE(seen[0] > 100 && seen[3] > 100 && seen[7] > 100);
 }
 
+TEST(Plane, TheBoxTestAgreesWithTheCountOfAllCornersForOddNumbers) {
+  unsigned seed = 54321;
+  auto pick = [&] { return (seed = seed * 1664525u + 1013904223u) >> 24; };
+  float const normals[] = {0, -0.0f, 1, -1, 0.5f, -0.5f, NAN};
+  float const corners[] = {-INFINITY, INFINITY, NAN, 3.4028235e37f, -3.4028235e37f, -0.0f, 1, -2};
+  int seen[8] = {};
+  for (int i = 0; i < 50000; i++) {
+    ozPlane p;
+    ozBoxBound b;
+    for (int k = 0; k < 3; k++) {
+      p.normal[k] = normals[pick() % (pick() % 8 ? 6 : 7)];
+      b.min[k] = pick() % 4 ? -1 : corners[pick() % 8];
+      b.max[k] = pick() % 4 ? 1 : corners[pick() % 8];
+    }
+    p.offset = static_cast<float>(static_cast<int>(pick() % 7) - 3);
+    int const expected = slowContains(p, b);
+    ASSERT_EQ(p.contains(&b), expected) << i;
+    seen[expected]++;
+  }
+  EXPECT_TRUE(seen[0] > 100 && seen[3] > 100 && seen[7] > 100);
+}
+
+TEST(Plane, ABoxWithoutAnEndAlongThePlaneIsOutside) { // 0 times infinity is no number, and so no corner there is inside
+  ozBoxBound low = box(-INFINITY, -1, -1, 1, 1, 1), high = box(-1, -1, -1, INFINITY, 1, 1);
+  EXPECT_EQ(plane(0, 1, 0, 9).contains(&low), 0);
+  EXPECT_EQ(plane(0, 1, 0, 9).contains(&high), 0);
+}
+
 ozSeg seg(ozVec3f const &origin, ozVec3f const &direction, float length) {
   ozSeg s;
   s.setOrigin(origin);
@@ -190,6 +229,26 @@ TEST(Plane, TheInsidePartOfASegmentIsTold) {
   EXPECT_TRUE(a == 1 && b == 3);
 }
 
+TEST(Plane, WhereNoCrossingIsFoundTheWholeSegmentIsTold) {
+  // Its ends lie on two sides, but by its direction it is parallel.
+  ozPlane p = plane(0, 1, 0, 0);
+  float a = -9, b = -9;
+  ozSeg s = seg(ozVec3f(0, 0, 0), ozVec3f(1, 0.9e-15f, 0), 1e20f);
+  EXPECT_EQ(p.isect(&s, &a, &b), 11);
+  EXPECT_TRUE(a == 0 && b == 1e20f);
+  a = b = -9;
+  s = seg(ozVec3f(0, 1, 0), ozVec3f(1, -0.9e-15f, 0), 1e20f);
+  EXPECT_EQ(p.isect(&s, &a, &b), 19);
+  EXPECT_TRUE(a == 0 && b == 1e20f);
+}
+
+TEST(Plane, WithoutAPlaceForTheFirstDistanceIsectStoresNeither) {
+  float far = -9;
+  ozSeg s = seg(ozVec3f(0, 0, 0), ozVec3f(0, 1, 0), 3);
+  EXPECT_EQ(plane(0, 1, 0, 2).isect(&s, nullptr, &far), 11);
+  EXPECT_EQ(far, -9);
+}
+
 TEST(Plane, MakeNormPtNormalises) {
   ozPlane p;
   p.makeNormPt(ozVec3f(0, 3, 4), ozVec3f(1, 2, 1));
@@ -204,6 +263,26 @@ TEST(Plane, MakePtsGoesThroughThreePoints) {
   p.makePts(ozVec3f(2, 0, 0), ozVec3f(0, 2, 0), ozVec3f(0, 0, 2));
   float const t = 1 / std::sqrt(3.0f);
   expectPlane(p, t, t, t, 2 * t);
+}
+
+TEST(Plane, ThreePointsOnALineGiveNoNormal) {
+  ozPlane p = plane(1, 2, 3, 4);
+  p.makePts(ozVec3f(1, 1, 1), ozVec3f(2, 2, 2), ozVec3f(3, 3, 3));
+  expectPlane(p, 0, 0, 0, 0);
+}
+
+TEST(Plane, MakePtsMayReadItsOwnNormal) {
+  ozPlane p = plane(2, 0, 0, 9);
+  p.makePts(p.normal, ozVec3f(0, 2, 0), ozVec3f(0, 0, 2));
+  float const t = 1 / std::sqrt(3.0f);
+  expectPlane(p, t, t, t, 2 * t);
+}
+
+TEST(Plane, TheClosestPointIsComputedWithTheNormalAsItIs) {
+  // t = (0, 5, 0) - 3 (0, 2, 0) = (0, -1, 0); t . n = -2; out = (0, 5, 0) + 2 (0, 2, 0).
+  ozVec3f out;
+  plane(0, 2, 0, 3).closestPtOn(ozVec3f(0, 5, 0), out);
+  EXPECT_EQ(out, ozVec3f(0, 9, 0));
 }
 
 TEST(Plane, TheClosestPointLiesBelowAPoint) {

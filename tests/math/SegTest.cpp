@@ -50,6 +50,20 @@ TEST(Seg, MakePtsGoesFromOnePointToAnother) {
   expectSeg(s, ozVec3f(), ozVec3f(1, 1, 1) /= std::sqrt(3.0f), std::sqrt(3.0f));
 }
 
+TEST(Seg, FromAPointToItselfHasNoDirectionAndNoLength) {
+  ozSeg s;
+  s.makePts(ozVec3f(1, 2, 3), ozVec3f(1, 2, 3));
+  expectSeg(s, ozVec3f(1, 2, 3), ozVec3f(), 0);
+}
+
+TEST(Seg, ClipMeasuresByTheDirectionAsItIs) {
+  ozSeg s, part;
+  s.setDirection(0, 0, 2);
+  s.setLength(10);
+  part.clip(&s, 3, 4);
+  expectSeg(part, ozVec3f(0, 0, 6), ozVec3f(0, 0, 2), 1);
+}
+
 TEST(Seg, MakePolarLooksAlongHeadingAndPitch) {
   ozSeg s;
   s.makePolar(ozVec3f(1, 2, 3), 0, 0, 4);

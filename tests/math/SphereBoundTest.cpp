@@ -109,6 +109,16 @@ TEST(SphereBound, AroundAnEmptyBoxIsEmpty) {
   EXPECT_EQ(s, ozSphereBound());
 }
 
+TEST(SphereBound, AroundABoxLooksAtItsExtentOnXAlone) {
+  ozBoxBound inverted; // empty on y, but not on x: half of the extent is (1, -2, 2)
+  inverted.min.set(0, 4, 0);
+  inverted.max.set(2, 0, 4);
+  ozBoxBound const *boxes[] = {&inverted};
+  ozSphereBound s;
+  s.around(boxes, 1);
+  expectSphere(s, 1, 2, 2, 3);
+}
+
 TEST(SphereBound, AroundPointsIsAroundTheirBox) {
   ozVec3f const points[] = {ozVec3f(-1, 2, 0), ozVec3f(1, -2, 1), ozVec3f(0, 0, -3)};
   ozSphereBound s;
@@ -159,13 +169,39 @@ TEST(SphereBoundAround, OneOutsiderAtTheEndExtendsTheLargest) {
   expectSphere(s, 4, 0, 0, 7);
 }
 
+TEST(SphereBoundAround, OneOutsiderOnADiagonalExtendsTheLargestWhereverThatStands) {
+  // The far ends lie on the line of the centres, which are sqrt(200) apart. A box would give the centre (4, 4, 0).
+  ozSphereBound large(0, 0, 0, 3), outsider(10, 10, 0, 1), s;
+  float const x = (10 - 2 * std::sqrt(0.5f)) / 2;
+  ozSphereBound const *spheres[] = {&large, &outsider}, *reversed[] = {&outsider, nullptr, &large};
+  s.around(spheres, 2);
+  expectSphere(s, x, x, 0, (std::sqrt(200.0f) + 4) / 2);
+  s.around(reversed, 3); // the largest itself does not count as a sphere behind the outsider
+  expectSphere(s, x, x, 0, (std::sqrt(200.0f) + 4) / 2);
+}
+
 TEST(SphereBoundAround, ASphereBehindTheFirstOutsiderOpensTheBox) {
-  // The box is -3..11 by -3..3 by -3..3: centre (4, 0, 0), half of the extent 7, and no sphere reaches out of that. The
-  // sphere that opens it lies inside the largest.
-  ozSphereBound large(0, 0, 0, 3), outsider(10, 0, 0, 1), inner(1, 0, 0, 1), s;
+  // The box is -3..11 by -3..11 by -3..3: centre (4, 4, 0), half of the extent 7. Last pass: the large one is sqrt(32)
+  // away, 8.66 with its radius; the outsider sqrt(72), 9.49. The sphere that opens the box lies inside the largest.
+  ozSphereBound large(0, 0, 0, 3), outsider(10, 10, 0, 1), inner(1, 0, 0, 1), s;
   ozSphereBound const *spheres[] = {&large, &outsider, &inner};
   s.around(spheres, 3);
-  expectSphere(s, 4, 0, 0, 7);
+  expectSphere(s, 4, 4, 0, std::sqrt(72.0f) + 1);
+}
+
+TEST(SphereBoundAround, OfSpheresAsSmallAsPointsTheLastIsTheLargest) { // each counts as 0, and exceeds it. Meant.
+  ozSphereBound a(0, 0, 0, 1e-7f), b(4e-8f, 0, 0, 0.5e-7f), s;
+  ozSphereBound const *spheres[] = {&a, &b};
+  s.around(spheres, 2); // the difference of the radii is 5e-8, so a does not reach out of b
+  EXPECT_EQ(s, b);
+}
+
+TEST(SphereBoundAround, ARadiusALittleBelowZeroCountsAsZeroAmongTheLargest) { // so no point is larger. Meant.
+  ozSphereBound a(1, 2, 3, -0.5f), point(1.1f, 2, 3, 0), s;
+  ozSphereBound const *spheres[] = {&a, &point};
+  s.around(spheres, 2); // 0.5 * 0.5 is more than the square of the distance
+  EXPECT_EQ(s, a);
+  EXPECT_TRUE(s.isEmpty());
 }
 
 TEST(SphereBoundAround, TheBoxTakesEverySphereAfterTheFirstOutsiderButNoneBefore) {
@@ -184,6 +220,15 @@ TEST(SphereBoundAround, TheLastPassPassesOverPoints) {
   ozSphereBound const *spheres[] = {&a, &b, &c};
   s.around(spheres, 3);
   expectSphere(s, 3, 3, 0, 3);
+}
+
+TEST(SphereBoundAround, TheLastPassTakesSpheresAbove1_19e7) {
+  for (float radius : {1.1920929e-07f, 1.3e-07f}) {
+    ozSphereBound a(0, 0, 0, radius), b(6, 0, 0, radius), c(0, 6, 0, radius), s;
+    ozSphereBound const *spheres[] = {&a, &b, &c};
+    s.around(spheres, 3); // the box has half an extent of 3, and its corners are sqrt(18) away
+    expectSphere(s, 3, 3, 0, radius > 1.2e-07f ? std::sqrt(18.0f) : 3);
+  }
 }
 
 TEST(SphereBoundAround, ASphereWithoutANumberForARadiusIsPassedOver) {
@@ -252,6 +297,17 @@ TEST(SphereBound, XformNeverShrinks) {
   m.setRow(3, ozVec3f(10, 20, 30));
   s.xform(&src, m);
   expectSphere(s, 11, 21, 39, 12);
+}
+
+TEST(SphereBound, XformScalesByTheLongestOfThreeRows) {
+  ozSphereBound const src(0, 0, 0, 4);
+  for (int i = 0; i < 3; i++) {
+    ozSphereBound s;
+    ozMatrix4f m;
+    m.setRow(i, ozVec3f(0, 3, 4)); // a length of 5
+    s.xform(&src, m);
+    expectSphere(s, 0, 0, 0, 20);
+  }
 }
 
 TEST(SphereBound, XformLooksAtThreeElementsOfARow) {
