@@ -216,7 +216,6 @@ private:
   friend class ozEngine; // marks its inputs without its own dirty mask
 
   void setSource(ozField *source);
-  void prefetchOutput(unsigned int i) const;
   FieldList *getFollowers() const;
   void addFollower(ozField *field);
   void dropFollower(ozField *field);

@@ -116,19 +116,9 @@ void ozField::disconnect(ozField *target) {
   target->_dirty = 0;
 }
 
-// What is connected to one field lies all over the memory: of a wide fan, the field and the container of a few targets
-// ahead are on their way while a target is marked.
-void ozField::prefetchOutput(unsigned int i) const {
-  unsigned int const near = 4, far = 8;
-  if (i + far >= _outputs.getCount()) return;
-  __builtin_prefetch(_outputs.get(i + far));
-  __builtin_prefetch(_outputs.get(i + near)->_parent);
-}
-
 void ozField::dirtyOutputs() {
   unsigned int const count = _outputs.getCount();
   for (unsigned int i = 0; i < count && i < _outputs.getCount(); ++i) {
-    prefetchOutput(i);
     ozField *const output = _outputs.get(i);
     if (output->_busy) {
       _parent->cleanFieldInputs(this); // a cycle has closed: this field is settled at once
