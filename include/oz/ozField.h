@@ -106,22 +106,38 @@ public:
     return _ends ? list()->getCount() : 0;
   }
   ozField *get(unsigned int i) const { return _ends & SINGLE ? single() : list()->get(i); }
+  /// As get(), but null where there are no more so many.
+  ozField *find(unsigned int i) const {
+    if (_ends & SINGLE) return i ? nullptr : single();
+    ozFieldArray *const fields = _ends ? list() : nullptr;
+    return fields && i < fields->getCount() ? fields->get(i) : nullptr;
+  }
+  /// Whether there is none now. After many were taken out, this is faster than to count them.
+  bool isEmpty() const;
   /// Whether there was ever one.
   bool wereAny() const { return _ends != 0; }
 
 private:
   friend class ozField;
-  enum : unsigned long { SINGLE = 1 };
+  enum : unsigned long { SINGLE = 1, TAKEN = 2, BITS = 3 };
 
   bool has(ozField *field) const;
   void add(ozField *field);
   bool take(ozField *field);
+  FieldList *findList() const;
   FieldList *makeList();
+  ozFieldArray *show() const;
+  void settle() const;
 
-  ozField *single() const { return reinterpret_cast<ozField *>(_ends & ~static_cast<unsigned long>(SINGLE)); }
-  ozFieldArray *list() const { return reinterpret_cast<ozFieldArray *>(_ends); }
+  ozField *single() const { return reinterpret_cast<ozField *>(_ends & ~static_cast<unsigned long>(BITS)); }
+  ozFieldArray *list() const {
+    if (_ends & TAKEN) settle();
+    return reinterpret_cast<ozFieldArray *>(_ends);
+  }
 
-  unsigned long _ends = 0; // the address of a field, or none, with the bit SINGLE; or that of a FieldList
+  // The address of a field, or none, with the bit SINGLE; or that of a FieldList, with the bit TAKEN if fields were
+  // taken out since somebody looked at it.
+  mutable unsigned long _ends = 0;
 };
 
 /// The handle of one field of one object, made on demand: it gives the value to generic code and ties it to other
@@ -165,6 +181,7 @@ public:
   ozFieldArray *getInputs() const;
   /// Fields that this one is connected to; likewise.
   ozFieldArray *getOutputs() const;
+  /// The same without an array.
   ozFieldEnds const &getInputEnds() const { return _inputs; }
   ozFieldEnds const &getOutputEnds() const { return _outputs; }
   /// The input that announced a change last; the one that a read copies from.

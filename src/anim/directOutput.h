@@ -40,10 +40,8 @@ private:
 
 /// The i-th connected field that can take the result; null if it cannot, or is gone.
 template <class Field> Field *ozDirectTarget(ozField *output, unsigned int i) {
-  ozFieldEnds const &targets = output->getOutputEnds();
-  if (i >= targets.getCount()) return nullptr;
-  ozField *const target = targets.get(i);
-  return target->getType()->isDerivedFrom(Field::getClassType()) ? static_cast<Field *>(target) : nullptr;
+  ozField *const target = output->getOutputEnds().find(i);
+  return target && target->getType()->isDerivedFrom(Field::getClassType()) ? static_cast<Field *>(target) : nullptr;
 }
 
 template <class Field> void ozCopyTarget(Field *from, Field *to) {

@@ -26,7 +26,7 @@ ozSpline::~ozSpline() { destroyFieldContents(_ClassType); }
 
 void ozSpline::eval() {
   unsigned int const count = _key.getCount();
-  if (!_weightField->getOutputEnds().getCount() || !count) return;
+  if (_weightField->getOutputEnds().isEmpty() || !count) return;
   unsigned int i = 0;
   for (; i < count && _key[i] <= _fraction; ++i) _weightField->set(i, 0.0f);
   if (i == count) return;

@@ -210,7 +210,7 @@ void ozContainer::freeUnconnectedFields() {
   if ((engine && isOfType(engine)) || _fields.isEmpty()) return;
   ozField::cleanFields();
   _fields.keepIf([](ozField *field) {
-    bool const connected = field->getInputEnds().getCount() || field->getOutputEnds().getCount();
+    bool const connected = !field->getInputEnds().isEmpty() || !field->getOutputEnds().isEmpty();
     if (connected || field->getType()->isDerivedFrom(ozMField::getClassType())) return true;
     delete field;
     return false;

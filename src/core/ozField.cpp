@@ -38,7 +38,7 @@ ozField::~ozField() {
   for (unsigned int n = _inputs.getCount(); n > 0 && _inputs.getCount(); --n) _inputs.get(0)->disconnect(this);
   for (unsigned int n = _outputs.getCount(); n > 0 && _outputs.getCount(); --n) disconnect(_outputs.get(0));
   if (FieldList *const followers = getFollowers())
-    while (followers->getCount()) followers->get(followers->getCount() - 1)->setSource(nullptr);
+    while (!followers->isEmpty()) followers->get(followers->getCount() - 1)->setSource(nullptr);
 
   if (!DirtyFields.isEmpty()) {
     ozDirtyFieldList kept; // comes out in reverse order, and goes back so
@@ -65,13 +65,8 @@ void ozField::setEventClass(EventClassEnum eventClass) {
   ozArray::countMove(); // edits may no longer be announced: who keeps addresses has to look again
 }
 
-// They are made into arrays behind the back of the caller, for whom nothing changes.
-ozFieldArray *ozField::getInputs() const {
-  return _inputs.wereAny() ? const_cast<ozFieldEnds &>(_inputs).makeList() : nullptr;
-}
-ozFieldArray *ozField::getOutputs() const {
-  return _outputs.wereAny() ? const_cast<ozFieldEnds &>(_outputs).makeList() : nullptr;
-}
+ozFieldArray *ozField::getInputs() const { return _inputs.show(); }
+ozFieldArray *ozField::getOutputs() const { return _outputs.show(); }
 
 // Keeps track of who still points here after a disconnection, so that a field that dies leaves no pointer to itself.
 void ozField::setSource(ozField *source) {
@@ -81,9 +76,8 @@ void ozField::setSource(ozField *source) {
 }
 
 FieldList *ozField::getFollowers() const {
-  return _outputs._ends && !(_outputs._ends & ozFieldEnds::SINGLE)
-             ? static_cast<FieldList *>(_outputs.list())->followers
-             : nullptr;
+  FieldList *const list = _outputs.findList();
+  return list ? list->followers : nullptr;
 }
 
 void ozField::addFollower(ozField *field) {
@@ -109,7 +103,7 @@ void ozField::disconnect(ozField *target) {
   if (!_outputs.wereAny()) return;
   if (_outputs.take(target)) {
     target->_inputs.take(this);
-    if (!target->_inputs.getCount()) target->_parent->_dirtyMask &= ~ozContainer::narrowBit(target->_id);
+    if (target->_inputs.isEmpty()) target->_parent->_dirtyMask &= ~ozContainer::narrowBit(target->_id);
     // The target's source stays, which is meant: with other inputs left, its mask bit may still be set.
     if (target->_source == this) addFollower(target);
   }
@@ -118,8 +112,9 @@ void ozField::disconnect(ozField *target) {
 
 void ozField::dirtyOutputs() {
   unsigned int const count = _outputs.getCount();
-  for (unsigned int i = 0; i < count && i < _outputs.getCount(); ++i) {
-    ozField *const output = _outputs.get(i);
+  for (unsigned int i = 0; i < count; ++i) {
+    ozField *const output = _outputs.find(i);
+    if (!output) break; // a listener has disconnected some
     if (output->_busy) {
       _parent->cleanFieldInputs(this); // a cycle has closed: this field is settled at once
     } else {

@@ -137,7 +137,7 @@ void vlGeom::computeNorms(ozIndexedFaceSet *set, float creaseAngle) {
 void vlGeom::calcStaticBound(ozIndexedFaceSet *set) {
   ozCoordSet *const coords = set->getCoordSet();
   ozField *const points = coords ? coords->findFieldObject(0) : nullptr;
-  if (!points || !points->getInputEnds().getCount()) return;
+  if (!points || points->getInputEnds().isEmpty()) return;
   ozFieldEnds const &sources = points->getInputEnds();
   ozBoxBound box;
   for (unsigned int i = 0; i < sources.getCount(); ++i) {
