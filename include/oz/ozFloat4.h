@@ -31,6 +31,14 @@ inline ozFloat4 ozFill4(float value) { return ozFloat4{value, value, value, valu
 
 inline ozBits4 ozBitsOf(ozFloat4 value) { return reinterpret_cast<ozBits4>(value); }
 inline ozFloat4 ozFloatsOf(ozBits4 bits) { return reinterpret_cast<ozFloat4>(bits); }
+/// Four times the value of one lane.
+template <int LANE> inline ozFloat4 ozLane4Of(ozFloat4 value) {
+#ifdef __SSE2__
+  return ozFloatsOf(__builtin_ia32_pshufd(ozBitsOf(value), LANE * 0x55));
+#else
+  return ozFill4(value[LANE]);
+#endif
+}
 /// a where it is below b, otherwise b: as the comparison says for zeros and for what is no number.
 inline ozFloat4 ozMin4(ozFloat4 a, ozFloat4 b) {
 #ifdef __SSE2__

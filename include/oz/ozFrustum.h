@@ -72,7 +72,8 @@ private:
   void setRectangle(float left, float right, float bottom, float top);
   friend class ozVFCullAction;
   int containsMovedInline(ozBoxBound const &box, ozMatrix4f const &toEye) const;
-  int contains(struct ozBox4 const &box) const;
+  bool isWellInside(struct ozBox4 const &box) const;
+  int contains(ozBox4 const &box) const;
   int containsCrossing(ozBox4 const &box) const;
   int containsOdd(ozBox4 const &box) const;
   int containsPlaneByPlane(ozBoxBound const *box) const;
@@ -85,9 +86,10 @@ private:
   float _aspectRatio;
   ozVec3f _corners[CORNERS]; // the near ones, then the far ones, each from lower left counter-clockwise
   ozPlane _planes[PLANES];
-  // The left, right, bottom and top plane once more, component by component, for tests of all four at once.
+  // The left, right, bottom and top plane once more, component by component, for tests of all four at once; and how far
+  // a box may reach in X and Y, which is anywhere, and in Z.
   struct {
-    float normals[3][4], offsets[4];
+    float normals[3][4], offsets[4], lowest[4], highest[4];
   } _sides;
 };
 

@@ -12,15 +12,28 @@
 struct ozBox4 {
   ozFloat4 low, high; // the fourth lanes mean nothing
 
-  /// The box of a transformed box. J. Arvo, "Transforming axis-aligned bounding boxes", Graphics Gems, 1990.
-  static ozBox4 moved(ozBoxBound const &box, ozMatrix4f const &m) {
-    ozFloat4 low = ozLoad4(m._m[3]), high = low;
-    for (int i = 0; i < 3; i++) {
-      ozFloat4 const row = ozLoad4(m._m[i]), a = box.min._v[i] * row, b = box.max._v[i] * row;
-      low += ozMin4(a, b);
-      high += ozMax4(b, a);
-    }
-    return {low, high};
+  static ozBox4 of(ozBoxBound const &box) {
+    ozFloat4 const last = ozLoad4(box.max._v - 1); // min ends where max begins
+    return {ozLoad4(box.min._v), ozFloat4{last[1], last[2], last[3], last[3]}};
+  }
+
+  bool isEmpty() const { return (ozMask4(low > high) & 7) != 0; }
+
+  /// The box of this box, transformed. J. Arvo, "Transforming axis-aligned bounding boxes", Graphics Gems, 1990.
+  ozBox4 moved(ozMatrix4f const &m) const {
+    ozFloat4 const start = ozLoad4(m._m[3]);
+    ozBox4 sum = {start, start};
+    sum.addAxis(ozLane4Of<0>(low), ozLane4Of<0>(high), ozLoad4(m._m[0]));
+    sum.addAxis(ozLane4Of<1>(low), ozLane4Of<1>(high), ozLoad4(m._m[1]));
+    sum.addAxis(ozLane4Of<2>(low), ozLane4Of<2>(high), ozLoad4(m._m[2]));
+    return sum;
+  }
+
+private:
+  void addAxis(ozFloat4 from, ozFloat4 to, ozFloat4 row) {
+    ozFloat4 const a = from * row, b = to * row;
+    low += ozMin4(a, b);
+    high += ozMax4(b, a);
   }
 };
 

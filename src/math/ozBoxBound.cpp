@@ -76,7 +76,7 @@ int ozBoxBound::contains(ozVec3f const &point) const {
 // J. Arvo, "Transforming axis-aligned bounding boxes", Graphics Gems, 1990.
 void ozBoxBound::xform(ozBoxBound const *src, ozMatrix4f const &m) {
 #if OZ_FLOAT4
-  ozBox4 const result = ozBox4::moved(*src, m);
+  ozBox4 const result = ozBox4::of(*src).moved(m);
   ozStore3(min._v, result.low);
   ozStore3(max._v, result.high);
 #else

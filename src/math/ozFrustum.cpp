@@ -1,10 +1,12 @@
 #include "oz/ozFrustum.h"
 
+#include <limits>
+
 #include "math/ozCulling.h"
 
 ozFrustum::ozFrustum()
     : _type(SYMMETRIC_PERSPECTIVE), _near(1), _far(1000), _centerX(0), _centerY(0), _aspectMode(FREE_ASPECT),
-      _aspectRatio(1) {
+      _aspectRatio(1), _sides() {
   // The tangent of 22.5, half of a view of 45 degrees, but taken as radians. Meant.
   float const k = 0.5578517f;
   setRectangle(-k, k, -k, k);
@@ -50,6 +52,28 @@ int countInside(ozPlane const &plane, ozBox4 const &box) {
 
 } // namespace
 
+// A box is outside a plane if its corner against the normal is, and inside if the one along the normal is; only between
+// the two do the other corners count. Of the products with a component of the normal the smaller one belongs to the
+// corner against it. The near and the far plane stand across the Z axis, so that a box of finite numbers meets them
+// with its depth alone.
+int ozFrustum::contains(ozBox4 const &box) const {
+  ozFloat4 nearest = {}, farthest = {};
+  for (int i = 0; i < 3; i++) {
+    ozFloat4 const normal = ozLoad4(_sides.normals[i]);
+    ozFloat4 const a = normal * ozFill4(box.low[i]), b = normal * ozFill4(box.high[i]);
+    nearest = i == 0 ? ozMin4(a, b) : nearest + ozMin4(a, b);
+    farthest = i == 0 ? ozMax4(a, b) : farthest + ozMax4(a, b);
+  }
+  ozFloat4 const spread = box.high - box.low, offsets = ozLoad4(_sides.offsets);
+  // Infinite, or turned inside out.
+  if (__builtin_expect((ozMask4((spread >= 0) & (spread * 0 == 0)) & 7) != 7, 0)) return containsOdd(box);
+  float const low = box.low[2], high = box.high[2];
+  if (ozMask4(offsets >= nearest) != 15 || !(-_near >= low) || !(_far >= -high)) return 0;
+  if (__builtin_expect(ozMask4(offsets >= farthest) != 15, 0)) return containsCrossing(box);
+  // Across the near or the far plane four corners are inside.
+  return -_near >= high && _far >= -low ? 7 : static_cast<int>(ozBound::BOUND_MAYBE);
+}
+
 int ozFrustum::containsCrossing(ozBox4 const &box) const {
   for (ozPlane const &plane : _planes) // six corners and not eight: meant
     if (countInside(plane, box) < 6) return ozBound::BOUND_MAYBE;
@@ -63,10 +87,7 @@ int ozFrustum::containsOdd(ozBox4 const &box) const {
   return containsPlaneByPlane(&odd);
 }
 
-int ozFrustum::contains(ozBoxBound const *box) const {
-  ozVec3f const &low = box->min, &high = box->max;
-  return contains(ozBox4{{low._v[0], low._v[1], low._v[2], 0}, {high._v[0], high._v[1], high._v[2], 0}});
-}
+int ozFrustum::contains(ozBoxBound const *box) const { return contains(ozBox4::of(*box)); }
 
 #else
 
@@ -225,6 +246,14 @@ void ozFrustum::frust_calc(int mode) {
   }
   setPlane(NEAR, 0, 0, 1, -_near);
   setPlane(FAR, 0, 0, -1, _far);
+  // What has no size stays out, also of a volume without an end.
+  float const most = std::numeric_limits<float>::max();
+  for (int i = 0; i < 2; i++) {
+    _sides.lowest[i] = -most;
+    _sides.highest[i] = most;
+  }
+  _sides.lowest[2] = -_far < -most ? -most : -_far;
+  _sides.highest[2] = -_near > most ? most : -_near;
 
   setRectangle(left, right, bottom, top);
   // For an orthographic volume too, whose planes do not meet in these corners. Meant.
