@@ -264,7 +264,10 @@ public:
   /// Gives n ids back; every context forgets them.
   static void freeId(int first, int n);
   /// Whether this version is newer than the last that this context was asked about. Asking counts as seeing it.
-  unsigned char isDirty(int id, int version);
+  unsigned char isDirty(int id, int version) {
+    bool const known = static_cast<unsigned int>(id) < _objectVersions.getSize();
+    return known && version <= _objectVersions.getArray()[id] ? 0 : seeVersion(id, version);
+  }
   /// @}
 
   /// @name Names of texture objects
@@ -330,6 +333,7 @@ private:
   template <class T> void keepDefault(int item, T _ozGfx::*member, T const &value);
   template <class T> bool change(int item, T _ozGfx::*member, T const &value);
   template <class T> bool setItem(int item, T _ozGfx::*member, T const &value);
+  void drawOverridden(ozAppearance *over, ozAppearance *appearance, unsigned char force);
   void applyAppearance(ozAppearance *source, unsigned char force, void const *known);
   void applyItem(int item, _ozGfx const &values);
   void issueAlphaFunc();
@@ -344,6 +348,7 @@ private:
   static void releaseLight(glLightTarget &target);
   void putLight(glLightTarget &target, ozLight *light);
   bool fitVersions(int id);
+  unsigned char seeVersion(int id, int version);
 
   // The deepest levels share the last slot of their stack.
   static int slot(int level) { return level < LEVEL_COUNT ? level : LEVEL_COUNT - 1; }

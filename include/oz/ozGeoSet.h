@@ -168,6 +168,8 @@ protected:
   int openDraw(ozGLAttrSet &attrs, ozContext *context, Kind const &kind, ozIntArray const *lengths);
   /// Sends the primitives; with cull, those that pass its test. To be called between openDraw and nothing else.
   void drawPrims(ozGLAttrSet &attrs, Kind const &kind, ozIntArray const *lengths, ozDrawAction *cull);
+  /// Both in one, for sets without a display list.
+  void drawSet(ozContext *context, Kind const &kind, ozIntArray const *lengths, ozDrawAction *cull);
 
   /// Reads vectors as drawing does: through an index, if there is one, and with the stride of the array.
   struct VecReader {
@@ -267,6 +269,9 @@ private:
   friend class ozPrimDrawer;
   friend struct ozListDraw;
 
+  int openSet(ozGLAttrSet &attrs, ozContext *context, Kind const &kind, ozIntArray const *lengths);
+  void sendInTurn(ozGLAttrSet &attrs, Kind const &kind, ozIntArray const *lengths, ozDrawAction *cull);
+  void sendPrims(ozGLAttrSet &attrs, Kind const &kind, ozIntArray const *lengths, ozDrawAction *cull);
   void findReach(Kind const &kind, ozIntArray const *lengths);
   void workOutReach(Kind const &kind, ozIntArray const *lengths);
   struct Source;

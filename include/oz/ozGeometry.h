@@ -46,13 +46,19 @@ public:
   void setBoxBound(ozBoxBound const &bound);
 
   /// Makes the context's setters passing statements of what is being drawn.
-  static void setContextWhichSetStateAsCurrentState(ozContext *context);
+  static void setContextWhichSetStateAsCurrentState(ozContext *context) {
+    context->_whichSetState = context->_curState;
+  }
   /// Makes the context's setters lasting statements of the application again.
-  static void setContextWhichSetStateAsDefaultState(ozContext *context);
+  static void setContextWhichSetStateAsDefaultState(ozContext *context) {
+    context->_whichSetState = context->_defaultState;
+  }
   /// What the application has set on the context, whatever is in force.
-  static float getContextDefaultLineWidth(ozContext *context);
-  static float getContextDefaultPointSize(ozContext *context);
-  static ozContext::CullFaceEnum getContextDefaultStateCullFace(ozContext *context);
+  static float getContextDefaultLineWidth(ozContext *context) { return context->getDefaultState().lineWidth; }
+  static float getContextDefaultPointSize(ozContext *context) { return context->getDefaultState().pointSize; }
+  static ozContext::CullFaceEnum getContextDefaultStateCullFace(ozContext *context) {
+    return context->getDefaultState().cullFace;
+  }
 
 protected:
   void fieldChanged(short id) override;

@@ -23,11 +23,11 @@ public:
   /// diffuse colour. 0.2 by default.
   OZ_VALUE_ACCESS(float, AmbientIntensity, 0, _ambientIntensity)
   /// Setting it makes the ambient intensity the ratio of the two luminances, 0 under a black diffuse colour.
-  OZ_VEC3F_ACCESS(AmbientColor, 1, _ambientColor)
+  OZ_VEC3F_ACCESS(AmbientColor, 1, _ambient.color)
   /// 0.8, 0.8, 0.8 by default. Setting it leaves the ambient colour and intensity alone.
-  OZ_VEC3F_ACCESS(DiffuseColor, 2, _diffuseColor)
-  OZ_VEC3F_ACCESS(SpecularColor, 3, _specularColor)
-  OZ_VEC3F_ACCESS(EmissiveColor, 4, _emissiveColor)
+  OZ_VEC3F_ACCESS(DiffuseColor, 2, _diffuse.color)
+  OZ_VEC3F_ACCESS(SpecularColor, 3, _specular.color)
+  OZ_VEC3F_ACCESS(EmissiveColor, 4, _emissive.color)
   /// The three indices count in colour index mode only.
   OZ_VALUE_ACCESS(short, AmbientIndex, 5, _ambientIndex)
   OZ_VALUE_ACCESS(short, DiffuseIndex, 6, _diffuseIndex)
@@ -52,13 +52,19 @@ protected:
   void fieldChanged(short id) override;
 
 private:
+  // As OpenGL takes a colour; the alpha is put in ahead of that.
+  struct Shade {
+    ozVec3f color;
+    float alpha;
+  };
+
   void drawColors(unsigned int face, float alpha, float specularAlpha, float emissiveAlpha);
 
   float _ambientIntensity;
-  ozVec3f _ambientColor;
-  ozVec3f _diffuseColor;
-  ozVec3f _specularColor;
-  ozVec3f _emissiveColor;
+  Shade _ambient;
+  Shade _diffuse;
+  Shade _specular;
+  Shade _emissive;
   short _ambientIndex;
   short _diffuseIndex;
   short _specularIndex;

@@ -14,17 +14,11 @@
     else                                                                                                               \
       drawWithoutBpc(action);                                                                                          \
   }                                                                                                                    \
-  void Class::drawWithBpc(ozDrawAction *action) {                                                                      \
-    ozGLAttrSet attrs;                                                                                                 \
-    if (openDraw(attrs, action->getContext(), PrimKind, lengths)) drawPrims(attrs, PrimKind, lengths, action);         \
-  }                                                                                                                    \
+  void Class::drawWithBpc(ozDrawAction *action) { drawSet(action->getContext(), PrimKind, lengths, action); }          \
   OZ_DEFINE_PLAIN_DRAW(Class, lengths)
 
 #define OZ_DEFINE_PLAIN_DRAW(Class, lengths)                                                                           \
-  void Class::drawWithoutBpc(ozDrawAction *action) {                                                                   \
-    ozGLAttrSet attrs;                                                                                                 \
-    if (openDraw(attrs, action->getContext(), PrimKind, lengths)) drawPrims(attrs, PrimKind, lengths, nullptr);        \
-  }
+  void Class::drawWithoutBpc(ozDrawAction *action) { drawSet(action->getContext(), PrimKind, lengths, nullptr); }
 
 /// Defines the drawing of a class that has no culling: the loop with the test stays empty.
 #define OZ_DEFINE_UNCULLED_DRAW(Class)                                                                                 \

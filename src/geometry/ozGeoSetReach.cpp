@@ -145,19 +145,17 @@ namespace {
 // How OpenGL takes the elements of the library's own sets.
 struct Format {
   ozType *(*type)();
-  void (*glFunc)(void const *);
-  int glType;
-  short components, stride;
+  ozGLAttr attr; // but for the addresses
 };
-template <class Function> void (*sending(Function *function))(void const *) {
-  return reinterpret_cast<void (*)(void const *)>(function);
+template <class Function> Format format(ozType *(*type)(), int glType, short stride, short size, Function *function) {
+  return {type, {nullptr, nullptr, glType, stride, size, reinterpret_cast<void (*)(void const *)>(function)}};
 }
 Format const formats[] = {
-    {ozCoordSet3f::getClassType, sending(glVertex3fv), GL_FLOAT, 3, 12},
-    {ozNormalSet3f::getClassType, sending(glNormal3fv), GL_FLOAT, 3, 12},
-    {ozTexCoordSet2f::getClassType, sending(glTexCoord2fv), GL_FLOAT, 2, 8},
-    {ozColorSet4f::getClassType, sending(glColor4fv), GL_FLOAT, 4, 16},
-    {ozNormalSet3s::getClassType, sending(glNormal3sv), GL_SHORT, 3, 6},
+    format(ozCoordSet3f::getClassType, GL_FLOAT, 12, 3, glVertex3fv),
+    format(ozNormalSet3f::getClassType, GL_FLOAT, 12, 3, glNormal3fv),
+    format(ozTexCoordSet2f::getClassType, GL_FLOAT, 8, 2, glTexCoord2fv),
+    format(ozColorSet4f::getClassType, GL_FLOAT, 16, 4, glColor4fv),
+    format(ozNormalSet3s::getClassType, GL_SHORT, 6, 3, glNormal3sv),
 };
 int const formatCount = sizeof formats / sizeof *formats;
 
@@ -186,7 +184,7 @@ void ozGeoSet::keepDescription() {
     if (count == Reach::KEPT || !set->elements() || isSilent(set)) return false;
     int kind = 0;
     while (kind < formatCount && formats[kind].type() != set->getType()) ++kind;
-    if (kind == formatCount || set->elements()->getStride() != static_cast<unsigned int>(formats[kind].stride))
+    if (kind == formatCount || set->elements()->getStride() != static_cast<unsigned int>(formats[kind].attr.stride))
       return false;
     kinds[count++] = static_cast<unsigned char>(kind);
     return true;
@@ -226,14 +224,10 @@ bool ozGeoSet::recallDescription(ozGLAttrSet &attrs) {
   if (!_reach.isKept || !isDescriptionFresh()) return false;
   int at = 0;
   return forEachBound([&](ozValueSet *, ozGLAttr ozGLAttrSet::*attribute) {
-    Format const &format = formats[_reach.kinds[at]];
     ozGLAttr &attr = attrs.*attribute;
+    attr = formats[_reach.kinds[at]].attr;
     attr.data = _reach.kept.data[at++];
     attr.index = _reach.kept.index;
-    attr.type = format.glType;
-    attr.stride = format.stride;
-    attr.size = format.components;
-    attr.glFunc = format.glFunc;
     return true;
   });
 }

@@ -45,18 +45,6 @@ void ozGeometry::setBoxBound(ozBoxBound const &bound) {
   fieldChanged(0);
 }
 
-void ozGeometry::setContextWhichSetStateAsCurrentState(ozContext *context) {
-  context->_whichSetState = context->_curState;
-}
-void ozGeometry::setContextWhichSetStateAsDefaultState(ozContext *context) {
-  context->_whichSetState = context->_defaultState;
-}
-float ozGeometry::getContextDefaultLineWidth(ozContext *context) { return context->getDefaultState().lineWidth; }
-float ozGeometry::getContextDefaultPointSize(ozContext *context) { return context->getDefaultState().pointSize; }
-ozContext::CullFaceEnum ozGeometry::getContextDefaultStateCullFace(ozContext *context) {
-  return context->getDefaultState().cullFace;
-}
-
 void ozGeometry::compile(ozCompileAction *) {}
 
 // ---- rays

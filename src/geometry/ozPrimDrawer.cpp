@@ -13,7 +13,7 @@ public:
       : _set(set), _attrs(attrs), _kind(kind), _lengths(lengths), _action(action), _prims(set._reach.prims) {}
 
   template <bool CULL> void draw() {
-    call(ozGeoSet::OverallSwitch[_set._drawFlags & 7]);
+    sendOverall();
     if (_kind.group == ozGeoSet::Kind::POINTS) {
       // What changes a point changes a vertex. The flags keep that until the bindings are worked out again: meant so.
       _set._drawFlags |= static_cast<unsigned short>((_set._drawFlags & 24) << 4);
@@ -29,7 +29,22 @@ public:
       drawAll<CULL>();
   }
 
+  /// Whether all primitives are one range of the arrays, and nobody tests them.
+  bool isOneRange() const {
+    ozGeoSet::DrawPathEnum const path = _set.getDrawPath();
+    return (path == ozGeoSet::ELEMENT_PATH || path == ozGeoSet::ARRAY_PATH) && !_lengths && !_action &&
+           _kind.group != ozGeoSet::Kind::POINTS;
+  }
+  void drawOneRange() {
+    sendOverall();
+    call(ozGeoSet::VertArraySwitch[_set._drawFlags >> 6 & 7]);
+    drawRange(0, _prims * _kind.len);
+  }
+
 private:
+  void sendOverall() {
+    if (_set._drawFlags & 7) call(ozGeoSet::OverallSwitch[_set._drawFlags & 7]);
+  }
   ozGeoSet::DrawFunction perPrim() const { return ozGeoSet::PerPrimSwitch[_set._drawFlags >> 3 & 7]; }
   void call(ozGeoSet::DrawFunction function) {
     ozGeoSet *const set = &_set;
@@ -112,11 +127,11 @@ private:
     call(ozGeoSet::VertArraySwitch[_set._drawFlags >> 6 & 7]);
     bool const hasPrimAttributes =
         _set.getDrawPath() == ozGeoSet::ARRAY_PRIM_PATH || _set.getDrawPath() == ozGeoSet::ELEMENT_PRIM_PATH;
-    if (_kind.group == ozGeoSet::Kind::POINTS || (!CULL && !hasPrimAttributes && !_lengths)) {
+    if (_kind.group == ozGeoSet::Kind::POINTS) {
       drawRange(0, _prims * _kind.len);
       return;
     }
-    if (hasPrimAttributes) _perPrim = perPrim();
+    _perPrim = perPrim();
     int start = 0;
     for (int i = 0; i < _prims; ++i) {
       int const len = length(i);
@@ -136,7 +151,7 @@ private:
   ozGeoSet::DrawFunction _perVert;
 };
 
-int ozGeoSet::openDraw(ozGLAttrSet &attrs, ozContext *context, Kind const &kind, ozIntArray const *lengths) {
+inline int ozGeoSet::openSet(ozGLAttrSet &attrs, ozContext *context, Kind const &kind, ozIntArray const *lengths) {
   beginDraw(attrs, context);
   if (!_reach.isKept || lengths) { // otherwise it has just been looked at
     if (!_coordSet || !hasWholeIndices(kind, lengths)) return 0;
@@ -145,10 +160,33 @@ int ozGeoSet::openDraw(ozGLAttrSet &attrs, ozContext *context, Kind const &kind,
   return _reach.prims > 0 || _primCount <= 0;
 }
 
-void ozGeoSet::drawPrims(ozGLAttrSet &attrs, Kind const &kind, ozIntArray const *lengths, ozDrawAction *cull) {
+// What goes as one range goes at once, ahead of all that the others need.
+inline void ozGeoSet::sendPrims(ozGLAttrSet &attrs, Kind const &kind, ozIntArray const *lengths, ozDrawAction *cull) {
+  ozPrimDrawer drawer(*this, attrs, kind, lengths, cull);
+  if (drawer.isOneRange())
+    drawer.drawOneRange();
+  else
+    sendInTurn(attrs, kind, lengths, cull);
+}
+
+__attribute__((noinline)) void ozGeoSet::sendInTurn(ozGLAttrSet &attrs, Kind const &kind, ozIntArray const *lengths,
+                                                    ozDrawAction *cull) {
   ozPrimDrawer drawer(*this, attrs, kind, lengths, cull);
   if (cull)
     drawer.draw<true>();
   else
     drawer.draw<false>();
+}
+
+int ozGeoSet::openDraw(ozGLAttrSet &attrs, ozContext *context, Kind const &kind, ozIntArray const *lengths) {
+  return openSet(attrs, context, kind, lengths);
+}
+
+void ozGeoSet::drawPrims(ozGLAttrSet &attrs, Kind const &kind, ozIntArray const *lengths, ozDrawAction *cull) {
+  sendPrims(attrs, kind, lengths, cull);
+}
+
+void ozGeoSet::drawSet(ozContext *context, Kind const &kind, ozIntArray const *lengths, ozDrawAction *cull) {
+  ozGLAttrSet attrs;
+  if (openSet(attrs, context, kind, lengths)) sendPrims(attrs, kind, lengths, cull);
 }

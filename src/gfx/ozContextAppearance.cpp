@@ -9,8 +9,13 @@
 static void const *const NoAppearance = reinterpret_cast<void const *>(1);
 
 void ozContext::drawApp(ozAppearance *appearance, unsigned char force) {
-  ozAppearance *const over = _overrideAppearanceTop < 0 ? nullptr : _overrideAppearances[_overrideAppearanceTop];
-  if (!over) return applyAppearance(appearance, force, appearance);
+  if (_overrideAppearanceTop < 0)
+    applyAppearance(appearance, force, appearance);
+  else
+    drawOverridden(_overrideAppearances[_overrideAppearanceTop], appearance, force);
+}
+
+void ozContext::drawOverridden(ozAppearance *over, ozAppearance *appearance, unsigned char force) {
   if (!appearance) {
     over->cleanFields();
     return applyAppearance(over, force, over);

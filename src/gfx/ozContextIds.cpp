@@ -48,11 +48,9 @@ bool ozContext::fitVersions(int id) {
   return static_cast<unsigned int>(id) < _objectVersions.getSize();
 }
 
-// By order, not by equality: an id seen for the first time reads as version 0.
-unsigned char ozContext::isDirty(int id, int version) {
-  bool const known = static_cast<unsigned int>(id) < _objectVersions.getSize();
-  if (known && version <= _objectVersions.getArray()[id]) return 0;
-  if (known || fitVersions(id)) _objectVersions.getArray()[id] = version;
+// isDirty() compares by order, not by equality: an id seen for the first time reads as version 0.
+unsigned char ozContext::seeVersion(int id, int version) {
+  if (fitVersions(id)) _objectVersions.getArray()[id] = version;
   return 1;
 }
 

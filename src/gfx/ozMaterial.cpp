@@ -2,16 +2,19 @@
 
 #include <GL/gl.h>
 
+#include "core/nestedMember.h"
 #include "gfx/ozStipple.h"
 #include "oz/ozContext.h"
 
 OZ_DEFINE_INSTANCES(ozMaterial)
 OZ_DEFINE_TYPE_AFTER(ozMaterial, "Material", ozContainer, ozContext) {
+  static_assert(sizeof(Shade) == 4 * sizeof(float), "OpenGL reads four floats");
+  auto const shade = [](Shade ozMaterial::*member) { return ozNestedMember(member, &Shade::color); };
   ozSFFloat::addTypeField(type, "ambientIntensity", 0, 0.2f, &ozMaterial::_ambientIntensity);
-  ozSFVec3f::addTypeField(type, "ambientColor", 1, ozVec3f(0.16f, 0.16f, 0.16f), &ozMaterial::_ambientColor);
-  ozSFVec3f::addTypeField(type, "diffuseColor", 2, ozVec3f(0.8f, 0.8f, 0.8f), &ozMaterial::_diffuseColor);
-  ozSFVec3f::addTypeField(type, "specularColor", 3, ozVec3f(0, 0, 0), &ozMaterial::_specularColor);
-  ozSFVec3f::addTypeField(type, "emissiveColor", 4, ozVec3f(0, 0, 0), &ozMaterial::_emissiveColor);
+  ozSFVec3f::addTypeField(type, "ambientColor", 1, ozVec3f(0.16f, 0.16f, 0.16f), shade(&ozMaterial::_ambient));
+  ozSFVec3f::addTypeField(type, "diffuseColor", 2, ozVec3f(0.8f, 0.8f, 0.8f), shade(&ozMaterial::_diffuse));
+  ozSFVec3f::addTypeField(type, "specularColor", 3, ozVec3f(0, 0, 0), shade(&ozMaterial::_specular));
+  ozSFVec3f::addTypeField(type, "emissiveColor", 4, ozVec3f(0, 0, 0), shade(&ozMaterial::_emissive));
   ozSFShort::addTypeField(type, "ambientIndex", 5, 0, &ozMaterial::_ambientIndex);
   ozSFShort::addTypeField(type, "diffuseIndex", 6, 0, &ozMaterial::_diffuseIndex);
   ozSFShort::addTypeField(type, "specularIndex", 7, 0, &ozMaterial::_specularIndex);
@@ -40,27 +43,26 @@ void ozMaterial::fieldChanged(short id) {
   }
   _glId.changed();
   if (id == 0) {
-    _ambientColor.scale(_ambientIntensity, _diffuseColor);
+    _ambient.color.scale(_ambientIntensity, _diffuse.color);
     touchField(1);
   } else if (id == 1) {
-    float const whole = luminance(_diffuseColor);
+    float const whole = luminance(_diffuse.color);
     bool const black = whole > -OZ_TINY_EPSILON && whole < OZ_TINY_EPSILON;
-    _ambientIntensity = black ? 0.0f : luminance(_ambientColor) / whole;
+    _ambientIntensity = black ? 0.0f : luminance(_ambient.color) / whole;
     touchField(0);
   }
   touchField(id); // a new diffuse colour leaves the ambient one alone: meant so
 }
 
-static void sendColor(unsigned int face, unsigned int name, ozVec3f const &color, float alpha) {
-  float const values[4] = {color[0], color[1], color[2], alpha};
-  glMaterialfv(face, name, values);
-}
-
 void ozMaterial::drawColors(unsigned int face, float alpha, float specularAlpha, float emissiveAlpha) {
-  sendColor(face, GL_AMBIENT, _ambientColor, alpha);
-  sendColor(face, GL_DIFFUSE, _diffuseColor, alpha);
-  sendColor(face, GL_SPECULAR, _specularColor, specularAlpha);
-  sendColor(face, GL_EMISSION, _emissiveColor, emissiveAlpha);
+  auto const send = [=](unsigned int name, Shade &shade, float shadeAlpha) {
+    shade.alpha = shadeAlpha;
+    glMaterialfv(face, name, reinterpret_cast<float const *>(&shade));
+  };
+  send(GL_AMBIENT, _ambient, alpha);
+  send(GL_DIFFUSE, _diffuse, alpha);
+  send(GL_SPECULAR, _specular, specularAlpha);
+  send(GL_EMISSION, _emissive, emissiveAlpha);
 }
 
 void ozMaterial::draw(FaceEnum face, ozContext *context) {

@@ -140,7 +140,10 @@ void ozMatrix4f::mult(ozMatrix4f const &a, ozMatrix4f const &b) {
 #if OZ_FLOAT4
   ozFloat4 const b0 = ozLoad4(b._m[0]), b1 = ozLoad4(b._m[1]), b2 = ozLoad4(b._m[2]), b3 = ozLoad4(b._m[3]);
   ozFloat4 rows[4];
-  for (int i = 0; i < 4; i++) rows[i] = a._m[i][0] * b0 + a._m[i][1] * b1 + a._m[i][2] * b2;
+  for (int i = 0; i < 4; i++) {
+    ozFloat4 const row = ozLoad4(a._m[i]);
+    rows[i] = ozLane4Of<0>(row) * b0 + ozLane4Of<1>(row) * b1 + ozLane4Of<2>(row) * b2;
+  }
   rows[3] += b3;
   // The fourth column is that of the identity.
   ozBits4 const kept = {-1, -1, -1, 0}, one = {0, 0, 0, 0x3f800000};
