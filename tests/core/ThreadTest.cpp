@@ -26,6 +26,16 @@ double seconds() {
 
 void addOne(void *data) { ++*static_cast<std::atomic<int> *>(data); }
 
+struct Gate {
+  std::atomic<int> open{0}, passed{0};
+};
+
+void passGate(void *data) {
+  Gate *gate = static_cast<Gate *>(data);
+  while (!gate->open) ozThread::sleep(1000);
+  gate->passed = 1;
+}
+
 TEST(Thread, RunsItsFunctionWithItsArgument) {
   std::atomic<int> runs(0);
   ozThread thread(addOne, &runs);
@@ -97,18 +107,8 @@ TEST(Thread, AThreadThatWaitsForItselfGoesOn) {
 }
 
 TEST(Thread, TheDestructorDoesNotWait) {
-  struct Gate {
-    std::atomic<int> open{0}, passed{0};
-  } gate;
-  {
-    ozThread thread(
-        [](void *data) {
-          Gate *gate = static_cast<Gate *>(data);
-          while (!gate->open) ozThread::sleep(1000);
-          gate->passed = 1;
-        },
-        &gate);
-  }
+  Gate gate;
+  { ozThread thread(passGate, &gate); }
   EXPECT_EQ(0, gate.passed);
   gate.open = 1;
   while (!gate.passed) ozThread::sleep(1000);
@@ -122,6 +122,19 @@ TEST(Thread, AStartedHandleSaysSoAndStartsAllTheSame) {
   EXPECT_EQ("attempted to start already executing thread\n", stderrOf([&] { thread.start(addOne, &runs); }));
   thread.wait();
   EXPECT_EQ(2, runs);
+}
+
+TEST(Thread, WaitingIsForTheThreadThatWasStartedLast) {
+  Gate gate;
+  std::atomic<int> runs(0);
+  ozThread thread(passGate, &gate);
+  EXPECT_EQ("attempted to start already executing thread\n", stderrOf([&] { thread.start(addOne, &runs); }));
+  thread.wait();
+  EXPECT_EQ(1, runs);
+  EXPECT_EQ(0, gate.passed);
+  gate.open = 1;
+  while (!gate.passed) ozThread::sleep(1000);
+  ozThread::sleep(20000); // the thread's last steps
 }
 
 // In a process of its own: the first start needs more address space than it may have, the second does not.

@@ -169,6 +169,8 @@ TEST(TimeFormat, PutsTheSignBeforeTotalsOnly) {
   EXPECT_EQ("00 01 30 500 500000", format(-90.5, "%h %m %s %i %u"));
 }
 
+TEST(TimeFormat, GivesMinusZeroNoSign) { EXPECT_EQ("0 0 00", format(-0.0, "%D %U %s")); }
+
 TEST(TimeFormat, CopiesWhatIsNoConversion) {
   EXPECT_EQ("plain text", format(1, "plain text"));
   EXPECT_EQ("100%", format(1, "100%%"));
