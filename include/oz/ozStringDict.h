@@ -3,7 +3,7 @@
 
 #include "oz/ozPlatform.h"
 
-/// One pair of an ozStringDict. The key is a copy of its own.
+/// One pair of an ozStringDict. The key is a copy of its own; null counts as "".
 class OZ_API ozStringDictEntry {
 public:
   ozStringDictEntry(char const *key, void *value);

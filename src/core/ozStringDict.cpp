@@ -5,7 +5,8 @@
 
 #include <new>
 
-ozStringDictEntry::ozStringDictEntry(char const *key, void *value) : value(value), key(strdup(key)), next(nullptr) {}
+ozStringDictEntry::ozStringDictEntry(char const *key, void *value)
+    : value(value), key(strdup(key ? key : "")), next(nullptr) {}
 
 ozStringDictEntry::~ozStringDictEntry() { free(key); }
 
@@ -29,7 +30,7 @@ unsigned char ozStringDict::enter(char const *key, void *value) {
     (*link)->value = value;
     return 0;
   }
-  ozStringDictEntry *entry = new (std::nothrow) ozStringDictEntry(key ? key : "", value);
+  ozStringDictEntry *entry = new (std::nothrow) ozStringDictEntry(key, value);
   if (!entry || !entry->key) {
     delete entry;
     return 0;

@@ -213,4 +213,38 @@ TEST(DListIter, GoesOnBehindAnItemThatWasUnlinkedOrDeleted) {
   EXPECT_EQ("c", namesOf(list));
 }
 
+// An item of two lists at once, with a link class for each.
+struct FirstLink : ozDLink {};
+struct SecondLink : ozDLink {};
+struct StackLink : ozSLink {};
+struct Member : FirstLink, SecondLink, StackLink {};
+
+TEST(DList, AnItemStandsInAListForEachOfItsLinkClasses) {
+  ozDList<Member, FirstLink> first;
+  ozDList<Member, SecondLink> second;
+  Member a, b;
+  first.append(&a);
+  first.append(&b);
+  second.append(&b);
+  second.append(&a);
+  ozDList<Member, SecondLink>::unlink(&b);
+  ozDListIter<Member, FirstLink> both(first);
+  EXPECT_EQ(&a, both.next());
+  EXPECT_EQ(&b, both.next());
+  ozDListIter<Member, SecondLink> one(second);
+  EXPECT_EQ(&a, one.next());
+  EXPECT_EQ(nullptr, one.next());
+}
+
+TEST(SList, GivesTheItemThatHoldsTheLink) {
+  ozSList<Member, StackLink> list;
+  Member a, b;
+  list.insert(&a);
+  list.insert(&b);
+  EXPECT_EQ(&b, list.getHead());
+  EXPECT_EQ(&b, list.unlinkHead());
+  EXPECT_EQ(&a, list.getTail());
+  EXPECT_EQ(&a, list.unlinkHead());
+}
+
 } // namespace

@@ -142,6 +142,19 @@ TEST(StringDict, ManyKeysInFewBucketsAreAllFound) {
   }
 }
 
+TEST(StringDict, NewEntriesGoOnTheEndOfTheChain) {
+  ozStringDict dict(1);
+  char const *const keys[] = {"c", "a", "b"};
+  for (char const *key : keys) dict.enter(key, nullptr);
+  ozStringDictEntry *entry = *dict.findEntry("c");
+  for (char const *key : keys) {
+    ASSERT_NE(nullptr, entry);
+    EXPECT_STREQ(key, entry->key);
+    entry = entry->next;
+  }
+  EXPECT_EQ(nullptr, entry);
+}
+
 TEST(StringDict, ClearTakesAllKeysOut) {
   ozStringDict dict(2);
   void *value;
@@ -167,6 +180,11 @@ TEST(StringDictEntry, StartsAloneWithItsPair) {
   EXPECT_NE(key, entry.key);
   EXPECT_EQ(&Values[2], entry.value);
   EXPECT_EQ(nullptr, entry.next);
+}
+
+TEST(StringDictEntry, ANullKeyCountsAsTheEmptyText) {
+  ozStringDictEntry entry(nullptr, &Values[2]);
+  EXPECT_STREQ("", entry.key);
 }
 
 } // namespace
