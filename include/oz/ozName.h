@@ -6,7 +6,8 @@
 /// One interned text. There is one entry for each text of the process, and it lives as long as the process.
 class OZ_API ozNameEntry {
 public:
-  /// The entry of a text, made if it is new. Null counts as the empty text. One thread at a time.
+  /// The entry of a text, made if it is new. Null counts as the empty text, and so, with a message, does one
+  /// that there is no memory for. One thread at a time.
   static ozNameEntry const *insert(char const *);
   /// Makes the table of all entries. Called by the first insert.
   static void initClass();

@@ -8,7 +8,7 @@
 class ozOutput;
 
 /// A text with an owner. A string that was never set, was set from a null pointer or was made empty is null; one set
-/// from "" is not, though the two compare as equal.
+/// from "" is not, though the two compare as equal. A text that there is no memory for is reported and not taken.
 class OZ_API ozString {
 public:
   ozString() : _text(nullptr) {}

@@ -1,10 +1,10 @@
 #include "oz/ozName.h"
 
 #include "core/HashChains.h"
+#include "core/textMemory.h"
 #include "oz/ozOutput.h"
 
 #include <new>
-#include <stdlib.h>
 
 namespace {
 
@@ -17,10 +17,10 @@ char *Block = nullptr; // the newest string block, and what is left of it
 size_t BlockLeft = 0;
 
 // Room for a text that lives as long as the process.
-char *allocateText(size_t bytes) {
-  if (bytes >= BlockSize) return static_cast<char *>(malloc(bytes));
+char *allocateLasting(size_t bytes) {
+  if (bytes >= BlockSize) return allocateText(bytes);
   if (bytes > BlockLeft) {
-    char *block = static_cast<char *>(malloc(BlockSize));
+    char *block = allocateText(BlockSize);
     if (!block) return nullptr;
     Block = block;
     BlockLeft = BlockSize;
@@ -51,7 +51,7 @@ ozNameEntry const *ozNameEntry::insert(char const *text) {
     if (entry->_hash == hash && strcmp(entry->_text, text) == 0) return entry;
 
   size_t bytes = strlen(text) + 1;
-  char *copy = allocateText(bytes);
+  char *copy = allocateLasting(bytes);
   if (!copy) return &_Empty;
   memcpy(copy, text, bytes);
   ozNameEntry *entry = new (std::nothrow) ozNameEntry(copy, hash, head);

@@ -1,13 +1,23 @@
 #include "oz/ozString.h"
 
+#include "core/textMemory.h"
 #include "oz/ozOutput.h"
 
-#include <stdlib.h>
+// Both texts, one behind the other, in new memory; null if there is none.
+static char *join(char const *head, char const *tail) {
+  size_t length = strlen(head), bytes = strlen(tail) + 1;
+  char *text = allocateText(length + bytes);
+  if (!text) return nullptr;
+  memcpy(text, head, length);
+  memcpy(text + length, tail, bytes);
+  return text;
+}
 
-char *ozString::duplicate(char const *text) { return text ? strdup(text) : nullptr; }
+char *ozString::duplicate(char const *text) { return text ? join("", text) : nullptr; }
 
 ozString &ozString::operator=(char const *text) {
-  char *copy = duplicate(text); // before the free: text may be our own
+  char *copy = duplicate(text);    // before the free: text may be our own
+  if (text && !copy) return *this; // no memory: nothing changes
   free(_text);
   _text = copy;
   return *this;
@@ -15,12 +25,8 @@ ozString &ozString::operator=(char const *text) {
 
 ozString &ozString::operator+=(char const *text) {
   if (!text) return *this;
-  size_t length = _text ? strlen(_text) : 0, added = strlen(text);
-  char *joined = static_cast<char *>(malloc(length + added + 1));
+  char *joined = join(_text ? _text : "", text);
   if (!joined) return *this;
-  if (length) memcpy(joined, _text, length);
-  memcpy(joined + length, text, added);
-  joined[length + added] = 0;
   free(_text); // after the copy: text may be our own
   _text = joined;
   return *this;

@@ -93,6 +93,20 @@ TEST(Name, TextsAroundTheSizeOfABlockStayWhole) {
   }
 }
 
+TEST(Name, TextsBelow4000BytesShareBlocksInOrderAndLongerOnesHaveTheirOwn) {
+  std::string whole(3998, 'w'), tooLong(3999, 't'); // 3999 and 4000 bytes with their end marks
+  auto place = [](char const *text) { return ozName(text).getString(); };
+  ozName fresh(whole.c_str()); // leaves one byte of its block: the next text begins another
+  char const *first = place("block:1");
+  EXPECT_EQ(first + 8, place("block:2"));
+  ozName own(tooLong.c_str());
+  EXPECT_EQ(first + 16, place("block:3")) << "the newest block still is the one of short texts";
+  whole[0] = 'x';
+  ozName next(whole.c_str());
+  EXPECT_EQ(next.getString() + 3998, strchr(next.getString(), 0));
+  EXPECT_NE(first + 24, place("block:4")) << "the newest block is a later one, though this one has room";
+}
+
 TEST(Name, ThousandsOfNamesKeepTheirTexts) { // many blocks, and several names in every bucket
   char const *seen[6000];
   for (int i = 0; i < 6000; ++i) seen[i] = ozName(("name number " + std::to_string(i)).c_str()).getString();

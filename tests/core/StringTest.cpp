@@ -99,6 +99,12 @@ TEST(String, AddingToANullStringSetsIt) {
   EXPECT_STREQ("x", s.getString());
 }
 
+TEST(String, AddingTheEmptyTextToANullStringSetsItToThat) {
+  ozString s;
+  s += "";
+  EXPECT_STREQ("", s.getString());
+}
+
 TEST(String, AddingNullDoesNothing) {
   ozString s("ab"), never;
   s += Null;
