@@ -23,6 +23,8 @@ class OZ_API ozAction : public ozObject {
 
 public:
   ozAction();
+  ozAction(ozAction const &other) : ozObject(other), _userData(other._userData), _skipsVisits(false) {}
+  ozAction &operator=(ozAction const &other);
   ~ozAction() override;
 
   /// Walks the graph below root, which must not be null, with ozNode::visit; returns the root's verdict.
@@ -48,11 +50,18 @@ public:
   void *getUserData() const { return _userData; }
   void setUserData(void *data) { _userData = data; }
 
+  /// Whether nodes may leave out preVisit and postVisit.
+  bool skipsVisits() const { return _skipsVisits; }
+
 protected:
   explicit ozAction(ozType *type);
 
+  /// For the length of a walk: nobody has overridden preVisit or postVisit.
+  void skipVisits(bool skip) { _skipsVisits = skip; }
+
 private:
   void *_userData;
+  bool _skipsVisits; // never copied: the copy may be of a class that overrides them
 };
 
 #endif

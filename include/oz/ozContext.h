@@ -336,6 +336,7 @@ private:
   void drawOverridden(ozAppearance *over, ozAppearance *appearance, unsigned char force);
   void applyAppearance(ozAppearance *source, unsigned char force, void const *known);
   void applyItem(int item, _ozGfx const &values);
+  void applyItems(ozBitMask const &mask, _ozGfx const &values);
   void issueAlphaFunc();
   void issueLineStipple();
   void issueSrcBlendFunc();

@@ -31,14 +31,16 @@ inline ozFloat4 ozFill4(float value) { return ozFloat4{value, value, value, valu
 
 inline ozBits4 ozBitsOf(ozFloat4 value) { return reinterpret_cast<ozBits4>(value); }
 inline ozFloat4 ozFloatsOf(ozBits4 bits) { return reinterpret_cast<ozFloat4>(bits); }
-/// Four times the value of one lane.
-template <int LANE> inline ozFloat4 ozLane4Of(ozFloat4 value) {
+/// Lanes of a value in any order.
+template <int A, int B, int C, int D> inline ozFloat4 ozLanesOf(ozFloat4 value) {
 #ifdef __SSE2__
-  return ozFloatsOf(__builtin_ia32_pshufd(ozBitsOf(value), LANE * 0x55));
+  return ozFloatsOf(__builtin_ia32_pshufd(ozBitsOf(value), A | B << 2 | C << 4 | D << 6));
 #else
-  return ozFill4(value[LANE]);
+  return ozFloat4{value[A], value[B], value[C], value[D]};
 #endif
 }
+/// Four times the value of one lane.
+template <int LANE> inline ozFloat4 ozLane4Of(ozFloat4 value) { return ozLanesOf<LANE, LANE, LANE, LANE>(value); }
 /// a where it is below b, otherwise b: as the comparison says for zeros and for what is no number.
 inline ozFloat4 ozMin4(ozFloat4 a, ozFloat4 b) {
 #ifdef __SSE2__

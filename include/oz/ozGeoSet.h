@@ -222,14 +222,6 @@ protected:
   ozBitMask _setMask; // bit 29: the cull face was set, 30: a line width, 31: a point size
   ozContext::CullFaceEnum _cullFace;
   int _primCount;
-  ozCoordSet *_coordSet;
-  ozIndexSet *_coordIndexSet;
-  ozNormalSet *_normalSet;
-  ozIndexSet *_normalIndexSet;
-  ozColorSet *_colorSet;
-  ozIndexSet *_colorIndexSet;
-  ozTexCoordSet *_texCoordSet;
-  ozIndexSet *_texCoordIndexSet;
 
 private:
   /// How far the sets reach: what may be drawn. Holds while the counts of everything that it was worked out from do.
@@ -252,9 +244,18 @@ private:
       Kept kept;
     };
   };
-  Reach _reach;
+  Reach _reach; // here, since a draw looks at it and at little else
 
 protected:
+  ozCoordSet *_coordSet;
+  ozIndexSet *_coordIndexSet;
+  ozNormalSet *_normalSet;
+  ozIndexSet *_normalIndexSet;
+  ozColorSet *_colorSet;
+  ozIndexSet *_colorIndexSet;
+  ozTexCoordSet *_texCoordSet;
+  ozIndexSet *_texCoordIndexSet;
+
   NormalBindEnum _normalBind;
   ColorBindEnum _colorBind;
   TexCoordBindEnum _texCoordBind;
@@ -278,6 +279,10 @@ private:
   static unsigned int elementCount(ozValueSet *set);
   static int *indicesOf(ozIndexSet *set);
   template <class Set> static void describe(Set *set, ozIndexSet *indexSet, ozGLAttr &attr);
+  void describeAttributes(ozGLAttrSet &attrs);
+  void chooseColorFunctions(ozContext *context);
+  void applyCullFace(ozContext *context);
+  void beginInFull(ozGLAttrSet &attrs, ozContext *context, bool kept);
   template <class Split, class Visit>
   void visitTris(VecReader const &coords, Kind const &kind, ozIntArray const *lengths, Split const &split,
                  Visit const &visit) const;

@@ -81,6 +81,7 @@ private:
     void *userData = nullptr;
   };
   Notes &notes();
+  void drawParts(ozDrawAction *action);
 
   int _lastCullResult;
   ozAppearance *_appearance;

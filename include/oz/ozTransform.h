@@ -99,6 +99,7 @@ private:
   }
   void pushInto(ozTransformAction *action);
   void drawPopMatrix(ozDrawAction *action);
+  ozTravDirective drawChildrenSeen(ozDrawAction *action);
   template <class Loop> ozTravDirective visitMoved(ozTransformAction *action, Loop loop);
   static bool isOglStackFull(ozDrawAction *action);
 

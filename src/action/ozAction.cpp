@@ -5,7 +5,12 @@
 OZ_DEFINE_TYPE(ozAction, "ozAction", ozObject) {}
 
 ozAction::ozAction() : ozAction(getClassType()) {}
-ozAction::ozAction(ozType *type) : ozObject(type) { init(); }
+ozAction::ozAction(ozType *type) : ozObject(type), _skipsVisits(false) { init(); }
+ozAction &ozAction::operator=(ozAction const &other) {
+  ozObject::operator=(other);
+  _userData = other._userData;
+  return *this;
+}
 ozAction::~ozAction() = default;
 
 ozAction *ozAction::instantiate() { return new ozAction; }

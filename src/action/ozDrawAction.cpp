@@ -1,5 +1,7 @@
 #include "oz/ozDrawAction.h"
 
+#include <typeinfo>
+
 #include "oz/ozCamera.h"
 #include "oz/ozContext.h"
 #include "oz/ozNode.h"
@@ -29,7 +31,9 @@ ozTravDirective ozDrawAction::apply(ozNode *root) {
   context->setNormalizeEnable(0);
   context->pushState();
   begin(root);
+  skipVisits(typeid(*this) == typeid(ozDrawAction));
   ozTravDirective const verdict = root ? root->drawVisit(this) : TRAV_CONT;
+  skipVisits(false);
   end(root);
   context->popState();
   return verdict;

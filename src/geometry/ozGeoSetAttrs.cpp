@@ -6,9 +6,7 @@
 #include <GL/gl.h>
 
 #include "gfx/ozStipple.h"
-#include "oz/ozData.h"
 #include "oz/ozGeoSet.h"
-#include "oz/ozMaterial.h"
 
 namespace {
 
@@ -73,16 +71,6 @@ template <bool C, bool N, bool T> inline void setArrays(ozGLAttrSet const &attrs
   glVertexPointer(attrs.coord.size, static_cast<GLenum>(attrs.coord.type), attrs.coord.stride, attrs.coord.data);
 }
 
-// Whether a fourth float stands behind each of the colours. Only a tight view on shared data may have none behind the
-// last: such colours are drawn without a stipple.
-bool hasFourthFloats(ozColorSet *set) {
-  if (!set->isOfType(ozColorSet3f::getClassType())) return true;
-  ozVec3fArray const &colors = static_cast<ozColorSet3f *>(set)->color()->get();
-  if (!colors.getData() || !colors.getCount()) return true;
-  size_t const last = colors.getOffset() + static_cast<size_t>(colors.getStride()) * (colors.getCount() - 1);
-  return last + 4 * sizeof(float) <= static_cast<size_t>(colors.getData()->getSize());
-}
-
 } // namespace
 
 // ---- the functions by name
@@ -124,38 +112,3 @@ ozGeoSet::DrawFunction ozGeoSet::PerVertSwitch[8] = {
 ozGeoSet::DrawFunction const ozGeoSet::VertArraySwitch[8] = {
     &ozGeoSet::vertArrayDraw0, &ozGeoSet::vertArrayDrawT,  &ozGeoSet::vertArrayDrawN,  &ozGeoSet::vertArrayDrawNT,
     &ozGeoSet::vertArrayDrawC, &ozGeoSet::vertArrayDrawCT, &ozGeoSet::vertArrayDrawCN, &ozGeoSet::vertArrayDrawCNT};
-
-// ---- the start of a draw
-
-template <class Set> inline void ozGeoSet::describe(Set *set, ozIndexSet *indexSet, ozGLAttr &attr) {
-  set->cleanFields();
-  set->getGLAttr(attr);
-  attr.index = indexSet ? indicesOf(indexSet) : nullptr;
-}
-
-void ozGeoSet::beginDraw(ozGLAttrSet &attrs, ozContext *context) {
-  setContextWhichSetStateAsCurrentState(context);
-  cleanFields();
-  bool const kept = recallDescription(attrs);
-  if (!kept && _texCoordBindNow) describe(_texCoordSet, _texCoordIndexSet, attrs.texCoord);
-  if (!kept && _normalBindNow) describe(_normalSet, _normalIndexSet, attrs.normal);
-  if (_colorBindNow) {
-    if (!kept) describe(_colorSet, _colorIndexSet, attrs.color);
-    bool door = context->getTranspEnable() && (context->getTranspMode() == ozContext::FAST_TRANSP ||
-                                               context->getTranspMode() == ozContext::SCREEN_DOOR_TRANSP);
-    if (door) {
-      ozMaterial::getClassType(); // its registration builds the patterns
-      door = hasFourthFloats(_colorSet);
-    }
-    OverallSwitch[2] = door ? &ozGeoSet::overallDrawCScrDoor : &ozGeoSet::overallDrawC;
-    OverallSwitch[3] = door ? &ozGeoSet::overallDrawCNScrDoor : &ozGeoSet::overallDrawCN;
-    PerPrimSwitch[2] = door ? &ozGeoSet::perPrimDrawCScrDoor : &ozGeoSet::perPrimDrawC;
-    PerPrimSwitch[3] = door ? &ozGeoSet::perPrimDrawCNScrDoor : &ozGeoSet::perPrimDrawCN;
-  } else if (context->getMaterialModeEnable()) {
-    glColor4f(1, 1, 1, 1);
-  }
-  context->setCullFace(_setMask.getBit(ozContext::CULL_FACE_ITEM) ? _cullFace
-                                                                  : getContextDefaultStateCullFace(context));
-  if (!kept && _coordSet) describe(_coordSet, _coordIndexSet, attrs.coord);
-  setContextWhichSetStateAsDefaultState(context);
-}

@@ -55,19 +55,21 @@ void ozMaterial::fieldChanged(short id) {
 }
 
 void ozMaterial::drawColors(unsigned int face, float alpha, float specularAlpha, float emissiveAlpha) {
-  auto const send = [=](unsigned int name, Shade &shade, float shadeAlpha) {
-    shade.alpha = shadeAlpha;
+  _ambient.alpha = _diffuse.alpha = alpha;
+  _specular.alpha = specularAlpha;
+  _emissive.alpha = emissiveAlpha;
+  auto const send = [face](unsigned int name, Shade const &shade) {
     glMaterialfv(face, name, reinterpret_cast<float const *>(&shade));
   };
-  send(GL_AMBIENT, _ambient, alpha);
-  send(GL_DIFFUSE, _diffuse, alpha);
-  send(GL_SPECULAR, _specular, specularAlpha);
-  send(GL_EMISSION, _emissive, emissiveAlpha);
+  send(GL_AMBIENT, _ambient);
+  send(GL_DIFFUSE, _diffuse);
+  send(GL_SPECULAR, _specular);
+  send(GL_EMISSION, _emissive);
 }
 
 void ozMaterial::draw(FaceEnum face, ozContext *context) {
   cleanFields();
-  bool const dirty = _glId.isDirty(context);
+  bool const dirty = context->isDirty(_glId.getId(), _glId.getVersion()) != 0;
   // The context stores a material ahead of drawing it: what it draws itself always goes on.
   if (context->getMaterial() != this && context->getBackMaterial() != this && !dirty) return;
 

@@ -13,8 +13,7 @@ struct ozBox4 {
   ozFloat4 low, high; // the fourth lanes mean nothing
 
   static ozBox4 of(ozBoxBound const &box) {
-    ozFloat4 const last = ozLoad4(box.max._v - 1); // min ends where max begins
-    return {ozLoad4(box.min._v), ozFloat4{last[1], last[2], last[3], last[3]}};
+    return {ozLoad4(box.min._v), ozLanesOf<1, 2, 3, 3>(ozLoad4(box.max._v - 1))}; // min ends where max begins
   }
 
   bool isEmpty() const { return (ozMask4(low > high) & 7) != 0; }

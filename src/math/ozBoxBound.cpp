@@ -41,11 +41,18 @@ void ozBoxBound::around(ozSphereBound const **spheres, int n) {
 }
 
 void ozBoxBound::extendBy(ozBoxBound const *box) {
+#if OZ_FLOAT4
+  ozBox4 const own = ozBox4::of(*this), other = ozBox4::of(*box);
+  if (other.isEmpty()) return;
+  ozStore3(min._v, ozMin4(other.low, own.low));
+  ozStore3(max._v, ozMax4(other.high, own.high));
+#else
   if (box->isEmpty()) return;
   for (int i = 0; i < 3; i++) {
     if (box->min._v[i] < min._v[i]) min._v[i] = box->min._v[i];
     if (box->max._v[i] > max._v[i]) max._v[i] = box->max._v[i];
   }
+#endif
 }
 
 void ozBoxBound::extendBy(ozVec3f const &point) {

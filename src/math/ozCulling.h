@@ -25,7 +25,7 @@ inline int ozFrustum::containsMovedInline(ozBoxBound const &box, ozMatrix4f cons
   ozBox4 const own = ozBox4::of(box);
   if (own.isEmpty()) return 0; // once moved it would no longer be empty
   ozBox4 const moved = own.moved(toEye);
-  return isWellInside(moved) ? 7 : contains(moved);
+  return __builtin_expect(isWellInside(moved), 1) ? 7 : contains(moved);
 }
 
 #else

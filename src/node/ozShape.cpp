@@ -126,12 +126,7 @@ void ozShape::cleanSideEffect(short id) {
 
 // ---- visits
 
-void ozShape::draw(ozDrawAction *action) {
-  cleanFields();
-  drawWithoutClean(action);
-}
-
-void ozShape::drawWithoutClean(ozDrawAction *action) {
+inline void ozShape::drawParts(ozDrawAction *action) {
   if (_appearance)
     _appearance->draw(action);
   else
@@ -139,6 +134,13 @@ void ozShape::drawWithoutClean(ozDrawAction *action) {
   for (unsigned int i = 0; i < _geometries.getCount(); ++i)
     if (_geometries[i]) static_cast<ozGeometry *>(_geometries[i])->draw(action);
 }
+
+void ozShape::draw(ozDrawAction *action) {
+  cleanFields();
+  drawWithoutClean(action);
+}
+
+void ozShape::drawWithoutClean(ozDrawAction *action) { drawParts(action); }
 
 void ozShape::isect(ozIsectAction *action) {
   cleanFields();
@@ -173,7 +175,7 @@ ozTravDirective ozShape::vfCullVisit(ozVFCullAction *action) {
 ozTravDirective ozShape::drawVisit(ozDrawAction *action) {
   cleanFields();
   return ozCulledFrame(this, _boxBound, action, [&] {
-    drawWithoutClean(action);
+    drawParts(action);
     return TRAV_CONT;
   });
 }

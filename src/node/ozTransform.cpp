@@ -110,18 +110,15 @@ void ozTransform::cleanMatrix() {
   ozVec3f axis, scaleAxis;
   _rotation.getAxis(axis);
   if (isRigid() && std::isfinite(angle)) {
-    // What the products below come to, to the bit: the zeros count, for the signs of other zeros.
-    m.makeIdent();
-    if (angle != 0) {
+    // What the products below come to, to the bit: they add zeros, for the signs of other zeros.
+    ozVec3f const place(_translation[0] + 0.0f, _translation[1] + 0.0f, _translation[2] + 0.0f);
+    if (angle == 0) {
+      m.makeTrans(place[0], place[1], place[2]);
+    } else {
       m.makeRot(axis[0], axis[1], axis[2], angle);
-      for (int i = 0; i < 3; ++i) {
-        float const x = m[i][0], y = m[i][1], z = m[i][2];
-        m[i][0] = x + y * 0 + z * 0;
-        m[i][1] = x * 0 + y + z * 0;
-        m[i][2] = x * 0 + y * 0 + z;
-      }
+      m.mult(m, ozMatrix4f());
+      m.setRow(3, place);
     }
-    for (int i = 0; i < 3; ++i) m[3][i] = _translation[i] + 0.0f;
     return;
   }
   _scaleOrientation.getAxis(scaleAxis);
@@ -276,26 +273,29 @@ void ozTransform::drawPopMatrix(ozDrawAction *action) {
     glPopMatrix();
 }
 
+// The children, with the view vector in their space.
+ozTravDirective ozTransform::drawChildrenSeen(ozDrawAction *action) {
+  ozVec3f const view = action->getViewVector();
+  action->updateViewVector();
+  ozTravDirective const verdict = ozVisitChildren<&ozNode::drawVisit>(_children, action);
+  action->setViewVector(view);
+  return verdict;
+}
+
 ozTravDirective ozTransform::drawVisit(ozDrawAction *action) {
   cleanFields();
   return ozCulled(_boxBound, action, [&] {
     return ozFrame(this, action, [&](ozTravDirective verdict) {
       bool const moved = _kind != 0;
-      bool viewSaved = false;
-      ozVec3f view;
       if (verdict == TRAV_CONT) {
         drawPushMatrix(action);
-        if (action->getBPCullMode() != ozDrawAction::NO_BPC) {
-          viewSaved = true;
-          view = action->getViewVector();
-          action->updateViewVector();
-        }
-        verdict = ozVisitChildren<&ozNode::drawVisit>(_children, action);
+        verdict = action->getBPCullMode() == ozDrawAction::NO_BPC
+                      ? ozVisitChildren<&ozNode::drawVisit>(_children, action)
+                      : drawChildrenSeen(action);
       }
       // From here on also where preVisit has kept the transform from being entered: meant.
       if (_restoreNormalize) action->getContext()->setNormalizeEnable(_savedNormalize);
       if (moved) drawPopMatrix(action);
-      if (viewSaved) action->setViewVector(view);
       return verdict;
     });
   });

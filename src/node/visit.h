@@ -68,6 +68,7 @@ inline bool ozMissesBox(ozBoxBound const &box, ozIsectAction *action) {
 
 /// preVisit, work(verdict of preVisit), postVisit; the result is the larger of what the last two say.
 template <class Action, class Work> inline ozTravDirective ozFrame(ozNode *node, Action *action, Work work) {
+  if (action->skipsVisits()) return work(TRAV_CONT);
   ozTravDirective const verdict = work(action->preVisit(node));
   return ozLarger(verdict, action->postVisit(node));
 }

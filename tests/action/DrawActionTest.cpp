@@ -77,6 +77,34 @@ TEST_F(DrawAction, ApplyStartsFromTheCamerasViewMatrix) {
   EXPECT_EQ(node->visits.size(), 1u);
 }
 
+// A plain action leaves preVisit out, since nobody can have overridden it there.
+TEST_F(DrawAction, ACopyOfAnotherClassMadeDuringAPlainWalkIsAskedAtEachNode) {
+  struct Asking : ozDrawAction {
+    Asking() = default;
+    explicit Asking(ozDrawAction const &other) : ozDrawAction(other) {}
+    ozTravDirective preVisit(ozNode *node) override { return seen.push_back(node), TRAV_CONT; }
+    ozTravDirective postVisit(ozNode *node) override { return seen.push_back(node), TRAV_CONT; }
+    std::vector<ozNode *> seen;
+  };
+  Held<ozGroup> group;
+  group->setBoundMode(ozNode::STATIC);
+  group->setBoxBound(makeBox(-1, -1, -6, 1, 1, -5));
+  Held<ProbeNode> node;
+  node->work = [&](ozAction *walk) {
+    Asking copied(*static_cast<ozDrawAction *>(walk)), assigned;
+    group->drawVisit(&copied);
+    std::vector<ozNode *> const twice = {group, group};
+    EXPECT_EQ(copied.seen, twice);
+    static_cast<ozDrawAction &>(assigned) = *static_cast<ozDrawAction *>(walk);
+    group->drawVisit(&assigned);
+    EXPECT_EQ(assigned.seen, twice);
+  };
+  ozDrawAction plain;
+  plain.setCamera(camera);
+  plain.apply(node);
+  EXPECT_EQ(node->visits.size(), 1u);
+}
+
 TEST_F(DrawAction, NormalizingIsOffFromTheStart) {
   context->setNormalizeEnable(1);
   Held<ProbeNode> node;
